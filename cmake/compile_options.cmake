@@ -1,0 +1,42 @@
+# SPDX-License-Identifier: MIT
+# Says how everything is compiled, which warnings our own sources meet, and how programs are linked.
+include(CheckLinkerFlag)
+
+# What every object has in common, generated parser included.
+add_library(zirk_options INTERFACE)
+target_compile_features(zirk_options INTERFACE cxx_std_17)
+target_include_directories(zirk_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(zirk_options INTERFACE
+  -ffp-contract=off -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/= -fmacro-prefix-map=${PROJECT_BINARY_DIR}/=)
+
+if(ZIRK_SANITIZE)
+  set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(zirk_options INTERFACE ${sanitizers})
+  target_link_options(zirk_options INTERFACE ${sanitizers})
+endif()
+
+if(ZIRK_COVERAGE)
+  target_compile_options(zirk_options INTERFACE --coverage)
+  target_link_options(zirk_options INTERFACE --coverage)
+endif()
+
+if(ZIRK_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    message(FATAL_ERROR "ZIRK_FUZZ needs Clang; configure with -DCMAKE_CXX_COMPILER=clang++ or use the preset fuzz.")
+  endif()
+  target_compile_options(zirk_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+add_library(zirk_warnings INTERFACE)
+target_compile_options(zirk_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
+  $<$<BOOL:${ZIRK_WERROR}>:-Werror>)
+
+# Loading libstdc++ takes longer than solving a small system.
+add_library(zirk_static_runtime INTERFACE)
+if(ZIRK_STATIC_RUNTIME AND NOT ZIRK_SANITIZE AND NOT ZIRK_FUZZ)
+  check_linker_flag(CXX "-static-libstdc++;-static-libgcc" ZIRK_HAS_STATIC_RUNTIME)
+  if(ZIRK_HAS_STATIC_RUNTIME)
+    target_link_options(zirk_static_runtime INTERFACE $<$<CONFIG:Release>:-static-libstdc++;-static-libgcc>)
+  endif()
+endif()

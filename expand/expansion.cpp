@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+// The common steps of every function's expansion.
+#include "expand/expansion.hpp"
+
+#include "expand/recipes.hpp"
+
+/// One occurrence of a function: its operand, and the variables that replace it.
+class Expansion::Site {
+public:
+    Site(const Recipe& recipe, const Expr::Ref& operand) : recipe_(recipe), operand_(operand) {}
+
+    void add(Differential* variable) { variables_[count_++] = variable; }
+    Expr* operand() const { return operand_.get(); }
+
+    /// Right-hand sides of all variables of the site, once.
+    void build() {
+        if (built_) return;
+        built_ = true;
+        recipe_.wire(operand_, operand_->Derivative(), variables_);
+    }
+
+private:
+    const Recipe& recipe_;
+    Expr::Ref operand_;
+    Differential* variables_[3] = {};
+    int count_ = 0;
+    bool built_ = false;
+};
+
+/// A variable whose right-hand side is built when somebody needs it, and at the latest after the walk.
+class Expansion::Temporary final : public Differential {
+public:
+    Temporary(const std::string& name, real start, Site& site) : Differential(name, Expr::Ref(), start), site_(site) {}
+
+    Expr* derivativeSource(int i) const override {
+        const bool built = rightHandSide()->type() != ExprType::Nothing;
+        return built || i > 0 ? nullptr : site_.operand();
+    }
+    void MakeDerivative() override {
+        if (rightHandSide()->type() == ExprType::Nothing) site_.build();
+        Differential::MakeDerivative();
+    }
+
+private:
+    // Outlived by the variable; not touched any more once the right-hand side is there.
+    Site& site_;
+};
+
+Expansion::Expansion(Calculus& calculus, const Selection& selection, EquationSystem& system)
+    : calculus_(calculus), selection_(selection), system_(system) {
+    calculus_.expander = this;
+}
+
+Expansion::~Expansion() {
+    calculus_.expander = nullptr;
+}
+
+void Expansion::prepare() {
+    // Temporaries sort before every other name: they land behind the walk.
+    for (Differential& variable : system_.equations) prepareEquation(variable);
+    for (const auto& site : sites_) site->build();
+}
+
+void Expansion::prepareEquation(Differential& variable) {
+    const bool wasKnown = variable.type() == ExprType::Algebraic && variable.knowsInitialValue();
+    real before = 0;
+    if (wasKnown) variable.InitialValue(before);
+    variable.setRightHandSide(variable.rightHandSide()->Converted());
+    if (wasKnown) {
+        // An expanded square root starts with more digits than its function gives.
+        real after = 0;
+        variable.rightHandSide()->InitialValue(after);
+        if (!sameValue(before, after)) ++calculus_.initialStamp;
+    }
+    const auto statement = system_.initialValues.find(variable.name());
+    if (statement != system_.initialValues.end()) variable.setInitialValue(statement->second);
+}
+
+Expr::Ref Expansion::expand(UnOp& function) {
+    const Recipe& recipe = recipeOf(function.type());
+    real u0 = 0;
+    function.argument()->InitialValue(u0);
+    real starts[3] = {};
+    recipe.start(u0, starts);
+    sites_.push_back(std::make_unique<Site>(recipe, function.argument()));
+    Site& site = *sites_.back();
+    Expr::Ref result;
+    for (int i = 0; i < recipe.variables; ++i) {
+        auto* variable = new Temporary("%" + std::to_string(counter_++), starts[i], site);
+        variable->select(selection_.selects(variable->name()));
+        system_.equations.enter(variable);
+        site.add(variable);
+        if (i == recipe.result) result = Expr::Ref(variable);
+    }
+    return result;
+}

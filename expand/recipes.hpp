@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// How each elementary function becomes differential equations.
+#pragma once
+
+#include "expr/leaves.hpp"
+
+/// The expansion of one function f(u) into one to three variables with their own equations.
+struct Recipe {
+    /// Number of variables.
+    int variables;
+
+    /// Which of them stands for f(u).
+    int result;
+
+    /// Start values from u0, the initial value of u.
+    void (*start)(real u0, real* values);
+
+    /// Right-hand sides from u, its time derivative d, and the variables v themselves.
+    void (*wire)(const Expr::Ref& u, const Expr::Ref& d, Differential* const* v);
+};
+
+/// Failure of status 1 for acos, asinh and acosh, which have no expansion.
+const Recipe& recipeOf(ExprType function);

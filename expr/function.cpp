@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+// What function nodes can do by themselves.
+#include "expr/function.hpp"
+
+#include <ostream>
+#include <string>
+
+#include "expr/calculus.hpp"
+#include "expr/elementary.hpp"
+#include "expr/failure.hpp"
+#include "expr/leaves.hpp"
+
+void Function::InitValue(real& out) {
+    real argument = 0;
+    operand_->InitialValue(argument);
+    out = evaluate(type_, argument);
+}
+
+void Function::MakeDerivative() {
+    throw Failure(std::string("#(ERR) No derivative of ") + functionName(type_) + " before it is expanded\n", 1);
+}
+
+Expr::Ref Function::ConvertExpr(const std::vector<Ref>& expanded) {
+    operand_ = expanded[0];
+    FunctionExpander* expander = Calculus::current().expander;
+    if (expander == nullptr) throw Failure("#(ERR) A function outside of an equation\n", 1);
+    return expander->expand(*this);
+}
+
+void Function::printPart(std::ostream& out, int i) const {
+    if (i == 0) {
+        out << functionName(type_) << '(';
+    } else {
+        out << ')';
+    }
+}
+
+void Sin::Result(real& out, bool) {
+    real argument = 0;
+    operand_->Value(argument);
+    out = evaluate(ExprType::Sin, argument);
+}
+
+void Sin::MakeDerivative() {
+    derivative_ = Ref(ExprType::Multiply, Ref(ExprType::Cos, operand_), operand_->Derivative());
+}
+
+void Trunc::GetDY(int k, real& out) {
+    // Asked for in every order: the operand's terms stay in rising order.
+    operand_->DY(k, out);
+    out = k == 0 ? evaluate(ExprType::Trunc, out) : Calculus::current().zero;
+}
+
+void Trunc::Result(real& out, bool) {
+    operand_->Value(out);
+    out = evaluate(ExprType::Trunc, out);
+}
+
+void Trunc::MakeDerivative() {
+    derivative_ = Ref(new Number(0));
+}
+
+Expr::Ref Trunc::ConvertExpr(const std::vector<Ref>& expanded) {
+    return Ref(ExprType::Trunc, expanded[0]);
+}

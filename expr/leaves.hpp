@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+// Constants, the independent variable, and the unknowns of the system.
+#pragma once
+
+#include <string>
+
+#include "expr/expr.hpp"
+
+/// A constant. Term 0 is the constant, all others are zero.
+class Number final : public Expr {
+public:
+    explicit Number(real value) : Expr(ExprType::Number) { start_ = value; }
+    explicit Number(double value) : Number(static_cast<real>(value)) {}
+    explicit Number(int value) : Number(static_cast<real>(value)) {}
+    /// The text carries double precision.
+    explicit Number(const char* text) : Number(realFromText(text)) {}
+
+    void GetDY(int k, real& out) override;
+    void BeginStep() override {}
+    void DY(int k, real& out) override;
+    void Result(real& out, bool flag) override;
+    void InitValue(real& out) override;
+    void MakeDerivative() override;
+    Ref ConvertExpr(const std::vector<Ref>&) override { return this; }
+    void printPart(std::ostream& out, int i) const override;
+};
+
+/// The independent variable t.
+///
+/// Term 1 is the constant one and not h, on purpose; the value at the start of the step follows the result field, which
+/// changes only when somebody asks for the node's value.
+class Time final : public Expr {
+public:
+    Time() : Expr(ExprType::Time) {}
+
+    void GetDY(int k, real& out) override;
+    void BeginStep() override;
+    void DY(int k, real& out) override;
+    void Result(real& out, bool flag) override;
+    void InitValue(real& out) override;
+    void MakeDerivative() override;
+    Ref ConvertExpr(const std::vector<Ref>&) override { return this; }
+    void printPart(std::ostream& out, int i) const override;
+};
+
+/// A variable with y' = right-hand side. Term k is f[k-1] * (h / k), f being the right-hand side.
+class Differential : public Expr {
+public:
+    Differential(const std::string& name, const Ref& rightHandSide, real initialValue);
+
+    void GetDY(int k, real& out) override;
+    void BeginStep() override;
+    void Result(real& out, bool flag) override;
+    void InitValue(real& out) override;
+    void MakeDerivative() override;
+    Ref ConvertExpr(const std::vector<Ref>&) override { return this; }
+    Expr* termSource(int i) const override { return i == 0 ? rightHandSide_.get() : nullptr; }
+    Expr* derivativeSource(int) const override { return nullptr; }
+    void printPart(std::ostream& out, int i) const override;
+
+    /// One full line: the equation and the value at the start of the step.
+    virtual void TreeDump(std::ostream& out) const;
+
+    /// Index of the last term but one computed, and that term when the index is 0 or more.
+    virtual void LastTerm(int& order, real& term) const;
+
+    const std::string& name() const { return name_; }
+    const Ref& rightHandSide() const { return rightHandSide_; }
+    void setRightHandSide(const Ref& rightHandSide) { rightHandSide_ = rightHandSide; }
+
+    /// Start value and result, as an initial-value statement sets them.
+    void setInitialValue(real value);
+
+    /// Selected for output.
+    bool isSelected() const { return selected_; }
+    void select(bool selected) { selected_ = selected; }
+
+    /// Terms that the last sum of this variable needed, and whether all of them were exactly zero.
+    int ownOrder() const { return ownOrder_; }
+    bool onlyZeroTerms() const { return onlyZeroTerms_; }
+
+    /// Breaks cycles of handles before a table of equations goes.
+    void detach();
+
+protected:
+    Differential(ExprType type, const std::string& name, const Ref& rightHandSide);
+
+private:
+    std::string name_;
+    Ref rightHandSide_;
+    bool selected_ = false;
+    bool onlyZeroTerms_ = false;
+    int ownOrder_ = 0;
+};
+
+/// A variable with an algebraic definition; constant over a step for everybody who asks for its terms.
+class Algebraic final : public Differential {
+public:
+    Algebraic(const std::string& name, const Ref& definition)
+        : Differential(ExprType::Algebraic, name, definition) {}
+
+    void GetDY(int k, real& out) override;
+    void BeginStep() override;
+    void DY(int k, real& out) override;
+    void Result(real& out, bool flag) override;
+    void InitValue(real& out) override;
+    void MakeDerivative() override;
+    Expr* source(int i) const override { return i == 0 ? rightHandSide().get() : nullptr; }
+    Expr* derivativeSource(int i) const override { return source(i); }
+    Expr* termSource(int) const override { return nullptr; }
+    void printPart(std::ostream& out, int i) const override;
+    void TreeDump(std::ostream& out) const override;
+    void LastTerm(int& order, real& term) const override;
+};

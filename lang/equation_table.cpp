@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+// Names to variables.
+#include "lang/equation_table.hpp"
+
+#include <ostream>
+
+#include "expr/failure.hpp"
+
+EquationTable::~EquationTable() {
+    // Equations refer to each other in cycles.
+    for (Differential& variable : *this) variable.detach();
+}
+
+void EquationTable::enter(Differential* variable) {
+    map_[variable->name()] = Expr::Ref(variable);
+}
+
+Differential* EquationTable::find(const std::string& name) const {
+    const auto found = map_.find(name);
+    return found == map_.end() ? nullptr : static_cast<Differential*>(found->second.get());
+}
+
+Differential* EquationTable::resolve(const std::string& name) const {
+    Differential* variable = find(name);
+    if (variable == nullptr) throw Failure("\n#(ERR) Reference to undefined equation \"" + name + "\"\n", 1);
+    return variable;
+}
+
+void EquationTable::redirect(Expr::Ref& handle, const std::string& name) const {
+    Differential* variable = find(name);
+    if (variable == nullptr) throw Failure("#(ERR) Undefined reference to " + name + " equation\n", 1);
+    handle = Expr::Ref(variable);
+}
+
+std::string derivativeName(const std::string& name, int k) {
+    return k == 0 ? name : name + "%" + std::to_string(k);
+}
+
+bool hasPercent(const std::string& name) {
+    return name.find('%') != std::string::npos;
+}
+
+void Equation::InitValue(real& out) {
+    table_.resolve(name_)->InitialValue(out);
+}
+
+Expr* Equation::source(int i) const {
+    return i == 0 ? table_.resolve(name_) : nullptr;
+}
+
+Expr::Ref Equation::ConvertExpr(const std::vector<Ref>&) {
+    return table_.resolve(name_);
+}
+
+void Equation::printPart(std::ostream& out, int) const {
+    out << name_;
+}

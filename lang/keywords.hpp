@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: MIT
+// The reserved words of the language.
+#pragma once
+
+#include <string>
+
+/// Token code of a word: that of the keyword, or IDENT. Case matters.
+int keywordToken(const std::string& word);

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// The results on standard output: a table of rows, or a matrix for a surface plot.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "expr/calculus.hpp"
+#include "lang/equation_table.hpp"
+#include "lang/layout.hpp"
+#include "solver/stiffness.hpp"
+
+/// How numbers look.
+struct NumberSettings {
+    int printWidth = 15;
+    int printPrecision = 11;
+};
+
+/// Whether a row belongs to the run or is the extra one after it; which of them shows depends on the layout.
+enum class RowFlag { Clear, Set };
+
+/// Writes the header and the rows; lines are composed in memory and written whole.
+class ResultTable {
+public:
+    ResultTable(std::ostream& out, const Calculus& calculus, const Layout& layout, const NumberSettings& numbers,
+                const EquationTable& equations, const Stiffness& stiffness);
+
+    void writeHeader();
+    void writeRow(RowFlag flag);
+
+private:
+    void writeTableHeader();
+    void writeMatrixHeader();
+    void writeTableRow();
+    void writeMatrixRow();
+    bool isColumn(const Differential& variable) const;
+
+    std::ostream& out_;
+    const Calculus& calculus_;
+    const Layout& layout_;
+    const NumberSettings& numbers_;
+    const EquationTable& equations_;
+    const Stiffness& stiffness_;
+    std::string line_;
+};

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+// Step size: halved when a point needs too many terms, enlarged when few suffice, cut at the end time.
+#pragma once
+
+#include <iosfwd>
+
+#include "solver/resting.hpp"
+#include "solver/taylor_step.hpp"
+
+/// What the step control reads.
+struct StepSettings {
+    bool fixedStep = false;
+    real tMax = 1;
+    /// Print interval; the final cut sets it to zero, so that the last point is printed.
+    real printEvery = 0;
+};
+
+/// Where the integration stands.
+struct Progress {
+    real previousTime = 0;
+    bool firstPoint = true;
+    bool recheckStiffness = true;
+};
+
+/// The rules that change h, and the time with it.
+class StepControl {
+public:
+    StepControl(Calculus& calculus, StepSettings& settings, TaylorStep& taylor, const EquationTable& equations,
+                Progress& progress, std::ostream& log);
+
+    /// A step beyond the end time is cut before the first point.
+    void clipFirstStep();
+
+    /// True when the point needed more terms than the maximum order and has to be done again with half the step.
+    /// Failure when halving no longer changes the step.
+    bool rejectPoint();
+
+    /// Enlarges the step by a fifth after a point that needed few terms.
+    void enlarge();
+
+    /// On to the next point; the last one lies exactly at the end time. Failure when the time cannot move and nothing
+    /// but the end time could end the run.
+    void advance(bool onlyEndTimeStops);
+
+private:
+    Calculus& calculus_;
+    StepSettings& settings_;
+    TaylorStep& taylor_;
+    Progress& progress_;
+    std::ostream& log_;
+    RestingVariables resting_;
+    const real decrease_;
+    const real increase_;
+};

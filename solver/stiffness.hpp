@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+// Stiffness: how far the last terms of the differential equations lie apart.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+
+#include "lang/equation_table.hpp"
+
+/// What the test reads.
+struct StiffnessSettings {
+    int stiffExpDiff = 20;
+    bool stiffEveryStep = false;
+};
+
+/// Advisory test: changes neither the step nor the order.
+class Stiffness {
+public:
+    Stiffness(const StiffnessSettings& settings, const EquationTable& equations, std::ostream& log)
+        : settings_(settings), equations_(equations), log_(log) {}
+
+    /// Tests unless the system is known to be stiff; clears `recheck` when it is found to be.
+    void test(bool& recheck);
+
+    /// Binary exponents of the smallest and the largest last term; 0 before the first test.
+    int smallestExponent() const { return smallest_.exponent; }
+    int largestExponent() const { return largest_.exponent; }
+
+private:
+    struct Extreme {
+        real magnitude = 0;
+        std::string name;
+        int exponent = 0;
+    };
+
+    void findExtremes();
+
+    const StiffnessSettings& settings_;
+    const EquationTable& equations_;
+    std::ostream& log_;
+    bool stiff_ = false;
+    Extreme smallest_;
+    Extreme largest_;
+};

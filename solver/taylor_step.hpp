@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// One point: every equation evaluated at the current time, and the step stamps around it.
+#pragma once
+
+#include "expr/calculus.hpp"
+#include "lang/equation_table.hpp"
+
+/// Evaluates all equations in the order of their names, node by node.
+class TaylorStep {
+public:
+    TaylorStep(Calculus& calculus, const EquationTable& equations) : calculus_(calculus), equations_(equations) {}
+
+    /// Values of all equations at the current time. Leaves the order used in the calculus.
+    void evaluate();
+
+    /// The point is accepted: it becomes the base of the next one.
+    void accept();
+
+    /// The point is done again from the same base with another step.
+    void repeat();
+
+    /// Equations that did not move in the last pass.
+    int steadyCount() const { return steadyCount_; }
+
+private:
+    Calculus& calculus_;
+    const EquationTable& equations_;
+    int steadyCount_ = 0;
+};
