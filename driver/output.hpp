@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// Standard output and standard error, buffered as whole lines and kept in order where they meet.
+#pragma once
+
+#include <memory>
+#include <ostream>
+
+/// Both streams of a run.
+///
+/// Lines collect in memory and go out in large writes: when 64 KiB are full, when a tenth of a second has passed, or at
+/// once on a terminal. Where both streams lead to the same file, pipe or terminal, their bytes keep the order in which
+/// they were written; otherwise neither waits for the other.
+class Output {
+public:
+    Output(int resultsDescriptor, int logDescriptor);
+    ~Output();
+    Output(const Output&) = delete;
+    Output& operator=(const Output&) = delete;
+
+    std::ostream& results() { return *results_; }
+    std::ostream& log() { return *log_; }
+
+    /// Once per point: writes what has waited long enough. Failure when results cannot be written.
+    void tick();
+
+    /// Writes everything. Failure when results cannot be written.
+    void flush();
+
+    /// True when diagnostics were lost; results go on without them.
+    bool lostDiagnostics() const;
+
+    /// Writes what is left without raising errors, for the last line of a failing run.
+    void flushQuietly();
+
+private:
+    class Queue;
+    class Channel;
+
+    std::unique_ptr<Queue> queues_[2];
+    std::unique_ptr<Channel> channels_[2];
+    std::unique_ptr<std::ostream> results_;
+    std::unique_ptr<std::ostream> log_;
+};

@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+// Start-up, the loop over points, and the end of a run.
+#include "driver/run.hpp"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <new>
+#include <stdexcept>
+
+#include "driver/clock.hpp"
+#include "driver/options.hpp"
+#include "driver/resource_file.hpp"
+#include "expand/expansion.hpp"
+#include "expr/failure.hpp"
+#include "lang/compiler.hpp"
+#include "solver/dumps.hpp"
+
+Run::Run(Settings& settings, Output& output)
+    : settings_(settings),
+      output_(output),
+      taylor_(settings, settings.equations),
+      control_(settings, settings, taylor_, settings.equations, progress_, output.log()),
+      stiffness_(settings, settings.equations, output.log()),
+      table_(output.results(), settings, settings, settings, settings.equations, stiffness_),
+      nextPrint_(realFromText("0")) {}
+
+void Run::openPeriod() {
+    if (settings_.periodicCount <= 0) return;
+    Differential* watched = settings_.equations.find(settings_.periodicName);
+    if (watched != nullptr) {
+        period_ = std::make_unique<Period>(settings_, settings_, *watched);
+        return;
+    }
+    output_.log() << "#(WARN) Equation " << settings_.periodicName
+                  << " doesn't exist. The period. detection is disabled.\n";
+    settings_.periodicCount = 0;
+}
+
+bool Run::computePoint() {
+    taylor_.evaluate();
+    steady_.count(taylor_.steadyCount(), settings_.equations.size());
+    return !control_.rejectPoint();
+}
+
+void Run::printPoint() {
+    const bool due = settings_.printEvery == 0 || settings_.time > nextPrint_ || progress_.firstPoint;
+    if (!due) {
+        ++unprinted_;
+        return;
+    }
+    std::ostream& log = output_.log();
+    if (unprinted_ != 0) {
+        log << "#(INFO) " << unprinted_ << " results not printed\n";
+        unprinted_ = 0;
+    }
+    nextPrint_ = nextPrint_ + settings_.printEvery;
+    if ((settings_.dumpDY & 1) != 0) dumpTerms(log, settings_.equations, progress_.previousTime);
+    if ((settings_.dumpDY & 2) != 0) dumpDerivatives(log, settings_.equations, settings_, progress_.previousTime);
+    table_.writeRow(settings_.printOnlyTmax ? RowFlag::Set : RowFlag::Clear);
+}
+
+bool Run::isFinished() {
+    // With the steady-state test on, nothing else ends the run: at the end time the step is 0 from then on.
+    if (settings_.steadyStop != 0) return steady_.run() == settings_.steadyStop;
+    if (period_ && period_->found()) return true;
+    return settings_.time == settings_.tMax;
+}
+
+void Run::solve() {
+    std::ostream& log = output_.log();
+    log << "#(INFO) Starting solving\n\n";
+    if (settings_.gnuplotRequested) writePlotHead(output_.results(), settings_, settings_, settings_.equations);
+    table_.writeHeader();
+    RunClock clock;
+    clock.startClock();
+    openPeriod();
+    control_.clipFirstStep();
+    for (;;) {
+        while (!computePoint()) output_.tick();
+        printPoint();
+        output_.tick();
+        if (isFinished()) break;
+        stiffness_.test(progress_.recheckStiffness);
+        control_.enlarge();
+        control_.advance(settings_.steadyStop == 0 && !period_);
+    }
+    clock.stopClock();
+    table_.writeRow(settings_.printOnlyTmax ? RowFlag::Clear : RowFlag::Set);
+    clock.printTimes(log);
+    if (settings_.gnuplotRequested) writePlotTail(output_.results(), settings_);
+}
+
+namespace {
+
+/// A missing standard descriptor must not be taken by the next file that is opened; using it still fails.
+void occupyStandardDescriptors() {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(descriptor, F_GETFD) >= 0) continue;
+        // The lowest free descriptor is this one.
+        (void)!open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
+}
+
+int runSteps(int argc, char** argv, Output& output) {
+    Settings& s = settings();
+    std::ostream& log = output.log();
+    s.reset();
+    readResourceFile(resourceFilePath(), s, log);
+    const CommandLine commandLine = parseOptions(argc, argv, s, output);
+    if (!commandLine.solve) return 0;
+    log << "#(INFO) Parsing input\n";
+    if (Compiler(*commandLine.input, log, s, s, s).compile() != 0) {
+        log << "#(ERR) Compile error occured...\n";
+        return 3;
+    }
+    log << "#(INFO) Initializing values\n";
+    Expansion(s, s, s).prepare();
+    if (s.dumpTree) {
+        log << "#(TREEDUMP) Dumping tree\n";
+        for (const Differential& variable : s.equations) variable.TreeDump(log);
+        log << "#(TREEDUMP) Tree dumped\n";
+    }
+    Run(s, output).solve();
+    return 0;
+}
+
+/// Results first, then the message.
+int fail(Output& output, const std::string& message, int status) {
+    output.flushQuietly();
+    try {
+        output.log() << message;
+    } catch (const Failure&) {
+        // Results that wait with it cannot be written; the message stands for that.
+    }
+    output.flushQuietly();
+    return status;
+}
+
+}  // namespace
+
+int runProgram(int argc, char** argv) {
+    occupyStandardDescriptors();
+    Output output(STDOUT_FILENO, STDERR_FILENO);
+    try {
+        const int status = runSteps(argc, argv, output);
+        output.flush();
+        return status == 0 && output.lostDiagnostics() ? 1 : status;
+    } catch (const Failure& failure) {
+        return fail(output, failure.what(), failure.status());
+    } catch (const std::bad_alloc&) {
+        return fail(output, "#(ERR) Out of memory\n", 1);
+    } catch (const std::length_error&) {
+        return fail(output, "#(ERR) Out of memory\n", 1);
+    }
+}

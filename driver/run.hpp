@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// The order of work of one run.
+#pragma once
+
+#include "driver/output.hpp"
+#include "driver/settings.hpp"
+
+/// Command line in, exit status out: 0 normal end, 1 error, 2 unreadable input, 3 input that does not compile.
+int runProgram(int argc, char** argv);
+
+/// Integrates the prepared equations from 0 to the end time and writes everything that belongs to it.
+class Run {
+public:
+    Run(Settings& settings, Output& output);
+
+    void solve();
+
+private:
+    void openPeriod();
+    bool computePoint();
+    void printPoint();
+    bool isFinished();
+
+    Settings& settings_;
+    Output& output_;
+    Progress progress_;
+    TaylorStep taylor_;
+    StepControl control_;
+    Stiffness stiffness_;
+    ResultTable table_;
+    SteadyState steady_;
+    std::unique_ptr<Period> period_;
+    real nextPrint_;
+    unsigned unprinted_ = 0;
+};
