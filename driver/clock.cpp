@@ -15,13 +15,9 @@ timeval difference(const timeval& start, const timeval& end) {
     return result;
 }
 
-void RunClock::startClock() {
-    getrusage(RUSAGE_SELF, &start_);
-}
+void RunClock::startClock() { getrusage(RUSAGE_SELF, &start_); }
 
-void RunClock::stopClock() {
-    getrusage(RUSAGE_SELF, &end_);
-}
+void RunClock::stopClock() { getrusage(RUSAGE_SELF, &end_); }
 
 void RunClock::printTimes(std::ostream& log) const {
     const timeval user = difference(start_.ru_utime, end_.ru_utime);

@@ -2,12 +2,12 @@
 // The table of options and the getopt loop.
 #include "driver/options.hpp"
 
-#include <ext/stdio_filebuf.h>
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
+#include <ext/stdio_filebuf.h>
 #include <string>
 
 #include "driver/usage.hpp"
@@ -90,17 +90,21 @@ void applyOption(int letter, const char* argument, Settings& settings, Output& o
     }
     switch (letter) {
         case 'h':
-        case '?': throw Failure(usageText(settings), 1);
+        case '?':
+            throw Failure(usageText(settings), 1);
         case 'v':
             output.results() << "ZIRK/C version 1.0\n";
             commandLine.solve = false;
             return;
-        case ':': output.log() << "#(WARN) Missing argument for some option\n"; return;
+        case ':':
+            output.log() << "#(WARN) Missing argument for some option\n";
+            return;
         case 'W':
             output.log() << "#(WARN) Option -" << letter << " not supported in \"simple number precision\" version\n";
             return;
         // The letter shows as its code, on purpose.
-        default: throw Failure("#(WARN) Wrong parameter " + std::to_string(letter) + "\n", 1);
+        default:
+            throw Failure("#(WARN) Wrong parameter " + std::to_string(letter) + "\n", 1);
     }
 }
 

@@ -27,27 +27,27 @@ constexpr Keyword keywords[] = {
     {"FIXEDSTEP", "Fixed int.step = ", [](Settings& s, const char* v) { s.fixedStep = flagFromText(v); }},
     {"GNUPLOT_FILENAME", "GnuPlot File = ", [](Settings& s, const char* v) { s.gnuplotFile = v; }},
     {"GNUPLOT_OUTPUT", "GnuPlot Output = ", [](Settings& s, const char* v) { s.setPlotTerminal(v); }},
-    {"SIMPLIFYSMALLNUMBERS", "Ignore small numbers = ",
-     [](Settings& s, const char* v) { s.simplifySmall = flagFromText(v); }},
+    {"SIMPLIFYSMALLNUMBERS",
+     "Ignore small numbers = ", [](Settings& s, const char* v) { s.simplifySmall = flagFromText(v); }},
     {"PRINTONLYTMAX", "Print only Tmax = ", [](Settings& s, const char* v) { s.printOnlyTmax = flagFromText(v); }},
-    {"PRINTNUMCHARS", "Characters of number to print = ",
-     [](Settings& s, const char* v) { s.printPrecision = intFromText(v); }},
-    {"INITIALINTSTEP", "Initial step size = ",
-     [](Settings& s, const char* v) { s.setStep(static_cast<double>(realFromText(v))); }},
+    {"PRINTNUMCHARS",
+     "Characters of number to print = ", [](Settings& s, const char* v) { s.printPrecision = intFromText(v); }},
+    {"INITIALINTSTEP",
+     "Initial step size = ", [](Settings& s, const char* v) { s.setStep(static_cast<double>(realFromText(v))); }},
     {"STOPSTEADYSTATE", "Step when steady solution is found = ",
      [](Settings& s, const char* v) { s.steadyStop = static_cast<unsigned>(intFromText(v)); }},
     {"PRINTNUMWIDTH", "Number digits to print = ", [](Settings& s, const char* v) { s.printWidth = intFromText(v); }},
     {"GMPWORDSIZE", nullptr, nullptr},
-    {"ZEROTAYLORTERMS", "Number of Taylor terms equal to zero = ",
-     [](Settings& s, const char* v) { s.setZeroTerms(intFromText(v)); }},
-    {"PRINTTEMPQ", "Print temporary equations = ",
-     [](Settings& s, const char* v) { s.printTempEquations = flagFromText(v); }},
+    {"ZEROTAYLORTERMS",
+     "Number of Taylor terms equal to zero = ", [](Settings& s, const char* v) { s.setZeroTerms(intFromText(v)); }},
+    {"PRINTTEMPQ",
+     "Print temporary equations = ", [](Settings& s, const char* v) { s.printTempEquations = flagFromText(v); }},
     {"PRINTEVERYRESULT", "Print every result = ", [](Settings& s, const char* v) { s.printEvery = realFromText(v); }},
-    {"STIFFSYSTEMDETECTEXPDIFF", "Stiff system detect exponent difference = ",
-     [](Settings& s, const char* v) { s.stiffExpDiff = intFromText(v); }},
+    {"STIFFSYSTEMDETECTEXPDIFF",
+     "Stiff system detect exponent difference = ", [](Settings& s, const char* v) { s.stiffExpDiff = intFromText(v); }},
     {"USEALLTERMS", "Use all terms = ", [](Settings& s, const char* v) { s.useAllTerms = flagFromText(v); }},
-    {"STIFFDETECTEVERYSTEP", "Stiff system detected every step  = ",
-     [](Settings& s, const char* v) { s.stiffEveryStep = flagFromText(v); }},
+    {"STIFFDETECTEVERYSTEP",
+     "Stiff system detected every step  = ", [](Settings& s, const char* v) { s.stiffEveryStep = flagFromText(v); }},
 };
 
 const Keyword* findKeyword(const std::string& key) {
@@ -57,9 +57,7 @@ const Keyword* findKeyword(const std::string& key) {
     return nullptr;
 }
 
-bool isSpace(char c) {
-    return std::isspace(static_cast<unsigned char>(c)) != 0;
-}
+bool isSpace(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
 
 /// Without the comment and without blanks and tabs around it.
 std::string stripped(const std::string& line) {

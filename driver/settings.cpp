@@ -13,6 +13,4 @@ RunContext context;
 
 }  // namespace
 
-Settings& settings() {
-    return *context.settings;
-}
+Settings& settings() { return *context.settings; }

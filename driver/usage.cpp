@@ -66,10 +66,9 @@ std::string usageText(const Settings& settings) {
         << '\n'
         << padded("Options:");
     writeOptions(out, settings);
-    for (const char* line :
-         {"", "Example of an input:", "  y1'= t  & 0;", "  y2'= y1 & 1;", "",
-          "Execution:", " zirk -g png -P y2: in.zirk > output.sh &&. output.sh", "", "'t' is reserved for time", "",
-          "It is possible to setup several parameters in ~/.zirkrc file!", ""}) {
+    for (const char* line : {"", "Example of an input:", "  y1'= t  & 0;", "  y2'= y1 & 1;", "", "Execution:",
+                             " zirk -g png -P y2: in.zirk > output.sh &&. output.sh", "", "'t' is reserved for time",
+                             "", "It is possible to setup several parameters in ~/.zirkrc file!", ""}) {
         out << padded(line);
     }
     return out.str();

@@ -51,9 +51,7 @@ Expansion::Expansion(Calculus& calculus, const Selection& selection, EquationSys
     calculus_.expander = this;
 }
 
-Expansion::~Expansion() {
-    calculus_.expander = nullptr;
-}
+Expansion::~Expansion() { calculus_.expander = nullptr; }
 
 void Expansion::prepare() {
     // Temporaries sort before every other name: they land behind the walk.

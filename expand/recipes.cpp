@@ -14,22 +14,14 @@ namespace {
 using Ref = Expr::Ref;
 using Variables = Differential* const*;
 
-Ref product(const Ref& a, const Ref& b) {
-    return Ref(ExprType::Multiply, a, b);
-}
+Ref product(const Ref& a, const Ref& b) { return Ref(ExprType::Multiply, a, b); }
 
-Ref quotient(const Ref& a, const Ref& b) {
-    return Ref(ExprType::Divide, a, b);
-}
+Ref quotient(const Ref& a, const Ref& b) { return Ref(ExprType::Divide, a, b); }
 
-Ref negative(const Ref& a) {
-    return Ref(ExprType::UnMinus, a);
-}
+Ref negative(const Ref& a) { return Ref(ExprType::UnMinus, a); }
 
 /// d * (1 + V^2), built as d + (V*V)*d.
-Ref tangentRate(const Ref& d, const Ref& v) {
-    return Ref(ExprType::Plus, d, product(product(v, v), d));
-}
+Ref tangentRate(const Ref& d, const Ref& v) { return Ref(ExprType::Plus, d, product(product(v, v), d)); }
 
 template <ExprType first, ExprType second>
 void startPair(real u0, real* values) {
@@ -79,9 +71,7 @@ void wireTriple(const char* factor, const Ref& d, const Ref& numerator, Variable
     v[2]->setRightHandSide(quotient(numerator, v[1]));
 }
 
-void wireAreaFunction(const Ref&, const Ref& d, Variables v) {
-    wireTriple("-2", d, d, v);
-}
+void wireAreaFunction(const Ref&, const Ref& d, Variables v) { wireTriple("-2", d, d, v); }
 
 constexpr Recipe sine = {2, 0, startPair<ExprType::Sin, ExprType::Cos>, wireTrigonometric};
 
@@ -135,9 +125,8 @@ constexpr Recipe exponential = {1, 0, startOne<ExprType::Exp>, [](const Ref&, co
                                 }};
 
 // Divided by the new variable and not by u, on purpose.
-constexpr Recipe logarithm = {1, 0, startOne<ExprType::Ln>, [](const Ref&, const Ref& d, Variables v) {
-                                  v[0]->setRightHandSide(quotient(d, v[0]));
-                              }};
+constexpr Recipe logarithm = {1, 0, startOne<ExprType::Ln>,
+                              [](const Ref&, const Ref& d, Variables v) { v[0]->setRightHandSide(quotient(d, v[0])); }};
 
 [[noreturn]] void failWithout(const char* name) {
     throw Failure(std::string("#(ERR) ") + name + "::ConvertExpr() is not implemented\n", 1);
@@ -147,25 +136,45 @@ constexpr Recipe logarithm = {1, 0, startOne<ExprType::Ln>, [](const Ref&, const
 
 const Recipe& recipeOf(ExprType function) {
     switch (function) {
-        case ExprType::Sin: return sine;
-        case ExprType::Cos: return cosine;
-        case ExprType::Tan: return tangent;
-        case ExprType::Cotan: return cotangent;
-        case ExprType::ASin: return arcSine;
-        case ExprType::ACos: failWithout("ACos");
-        case ExprType::ATan: return arcTangent;
-        case ExprType::ACotan: return arcCotangent;
-        case ExprType::Sinh: return hyperbolicSine;
-        case ExprType::Cosh: return hyperbolicCosine;
-        case ExprType::Tanh: return hyperbolicTangent;
-        case ExprType::Cotanh: return hyperbolicCotangent;
-        case ExprType::ASinh: failWithout("ASinh");
-        case ExprType::ACosh: failWithout("ACosh");
-        case ExprType::ATanh: return areaTangent;
-        case ExprType::ACotanh: return areaCotangent;
-        case ExprType::Sqrt: return squareRoot;
-        case ExprType::Exp: return exponential;
-        case ExprType::Ln: return logarithm;
-        default: throw Failure("#(ERR) Not a function kind: " + std::to_string(static_cast<int>(function)) + "\n", 1);
+        case ExprType::Sin:
+            return sine;
+        case ExprType::Cos:
+            return cosine;
+        case ExprType::Tan:
+            return tangent;
+        case ExprType::Cotan:
+            return cotangent;
+        case ExprType::ASin:
+            return arcSine;
+        case ExprType::ACos:
+            failWithout("ACos");
+        case ExprType::ATan:
+            return arcTangent;
+        case ExprType::ACotan:
+            return arcCotangent;
+        case ExprType::Sinh:
+            return hyperbolicSine;
+        case ExprType::Cosh:
+            return hyperbolicCosine;
+        case ExprType::Tanh:
+            return hyperbolicTangent;
+        case ExprType::Cotanh:
+            return hyperbolicCotangent;
+        case ExprType::ASinh:
+            failWithout("ASinh");
+        case ExprType::ACosh:
+            failWithout("ACosh");
+        case ExprType::ATanh:
+            return areaTangent;
+        case ExprType::ACotanh:
+            return areaCotangent;
+        case ExprType::Sqrt:
+            return squareRoot;
+        case ExprType::Exp:
+            return exponential;
+        case ExprType::Ln:
+            return logarithm;
+        default:
+            throw Failure("#(ERR) Not a function kind: " + std::to_string(static_cast<int>(function)) + "\n", 1);
     }
 }

@@ -135,35 +135,21 @@ void Divide::MakeDerivative() {
     derivative_ = Ref(ExprType::Divide, difference, square);
 }
 
-void UnOp::GetDY(int, real&) {
-    throw Failure("#(ERR) virtual void UnOp::GetDY(int, real&) called!\n", 1);
-}
+void UnOp::GetDY(int, real&) { throw Failure("#(ERR) virtual void UnOp::GetDY(int, real&) called!\n", 1); }
 
-void UnOp::Result(real&, bool) {
-    throw Failure("#(ERR) virtual void UnOp::Result(real&, bool) called!\n", 1);
-}
+void UnOp::Result(real&, bool) { throw Failure("#(ERR) virtual void UnOp::Result(real&, bool) called!\n", 1); }
 
-void UnMinus::GetDY(int k, real& out) {
-    out = -termOf(operand_, k);
-}
+void UnMinus::GetDY(int k, real& out) { out = -termOf(operand_, k); }
 
-void UnMinus::Result(real& out, bool) {
-    out = -valueOf(operand_);
-}
+void UnMinus::Result(real& out, bool) { out = -valueOf(operand_); }
 
-void UnMinus::InitValue(real& out) {
-    out = -initialOf(operand_);
-}
+void UnMinus::InitValue(real& out) { out = -initialOf(operand_); }
 
-void UnMinus::MakeDerivative() {
-    derivative_ = Ref(ExprType::UnMinus, operand_->Derivative());
-}
+void UnMinus::MakeDerivative() { derivative_ = Ref(ExprType::UnMinus, operand_->Derivative()); }
 
 Expr::Ref UnMinus::ConvertExpr(const std::vector<Ref>& expanded) {
     if (expanded[0] == operand_) return this;
     return Ref(ExprType::UnMinus, expanded[0]);
 }
 
-void UnMinus::printPart(std::ostream& out, int i) const {
-    out << (i == 0 ? "(-" : ")");
-}
+void UnMinus::printPart(std::ostream& out, int i) const { out << (i == 0 ? "(-" : ")"); }

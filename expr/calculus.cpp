@@ -22,9 +22,7 @@ void Calculus::setMaxOrder(int n) {
     stepTable.rebuild(step, n);
 }
 
-void Calculus::setStep(double h) {
-    changeStep(h);
-}
+void Calculus::setStep(double h) { changeStep(h); }
 
 void Calculus::changeStep(real h) {
     step = h;

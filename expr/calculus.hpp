@@ -21,8 +21,8 @@ public:
 
 /// Factors h / i by which a variable's terms follow from those of its right-hand side.
 ///
-/// Entry 0 is zero, entry i is h / i (i converted to `real`, one division). The entries are made when first asked for, so
-/// that a large order limit costs nothing before a series needs it.
+/// Entry 0 is zero, entry i is h / i (i converted to `real`, one division). The entries are made when first asked for,
+/// so that a large order limit costs nothing before a series needs it.
 class StepTable {
 public:
     real operator[](int i) {

@@ -10,9 +10,7 @@
 
 namespace {
 
-real squareRoot(real x) {
-    return std::sqrt(static_cast<double>(x));
-}
+real squareRoot(real x) { return std::sqrt(static_cast<double>(x)); }
 
 real arsinh(real x) {
     const Calculus& calculus = Calculus::current();
@@ -63,34 +61,55 @@ real artanh(real x) {
 
 real evaluate(ExprType function, real x) {
     switch (function) {
-        case ExprType::Sin: return std::sin(x);
-        case ExprType::Cos: return std::cos(x);
-        case ExprType::Tan: return std::tan(x);
-        case ExprType::Cotan: return 1 / std::tan(x);
-        case ExprType::ASin: return std::asin(x);
-        case ExprType::ACos: return std::acos(x);
-        case ExprType::ATan: return std::atan2(x, real{1});
+        case ExprType::Sin:
+            return std::sin(x);
+        case ExprType::Cos:
+            return std::cos(x);
+        case ExprType::Tan:
+            return std::tan(x);
+        case ExprType::Cotan:
+            return 1 / std::tan(x);
+        case ExprType::ASin:
+            return std::asin(x);
+        case ExprType::ACos:
+            return std::acos(x);
+        case ExprType::ATan:
+            return std::atan2(x, real{1});
         // Through the reciprocal: between -pi/2 and 0 for negative x.
-        case ExprType::ACotan: return std::atan2(1 / x, real{1});
-        case ExprType::Sinh: return std::sinh(x);
-        case ExprType::Cosh: return std::cosh(x);
-        case ExprType::Tanh: return std::tanh(x);
-        case ExprType::Cotanh: return 1 / std::tanh(x);
-        case ExprType::ASinh: return arsinh(x);
-        case ExprType::ACosh: return arcosh(x);
-        case ExprType::ATanh: return artanh(x);
-        case ExprType::ACotanh: return artanh(1 / x);
-        case ExprType::Sqrt: return squareRoot(x);
-        case ExprType::Exp: return std::exp(x);
-        case ExprType::Ln: return std::log(x);
-        case ExprType::Trunc: return std::trunc(static_cast<double>(x));
-        default: throw Failure("#(ERR) Not a function kind: " + std::to_string(static_cast<int>(function)) + "\n", 1);
+        case ExprType::ACotan:
+            return std::atan2(1 / x, real{1});
+        case ExprType::Sinh:
+            return std::sinh(x);
+        case ExprType::Cosh:
+            return std::cosh(x);
+        case ExprType::Tanh:
+            return std::tanh(x);
+        case ExprType::Cotanh:
+            return 1 / std::tanh(x);
+        case ExprType::ASinh:
+            return arsinh(x);
+        case ExprType::ACosh:
+            return arcosh(x);
+        case ExprType::ATanh:
+            return artanh(x);
+        case ExprType::ACotanh:
+            return artanh(1 / x);
+        case ExprType::Sqrt:
+            return squareRoot(x);
+        case ExprType::Exp:
+            return std::exp(x);
+        case ExprType::Ln:
+            return std::log(x);
+        case ExprType::Trunc:
+            return std::trunc(static_cast<double>(x));
+        default:
+            throw Failure("#(ERR) Not a function kind: " + std::to_string(static_cast<int>(function)) + "\n", 1);
     }
 }
 
 const char* functionName(ExprType function) {
-    static constexpr const char* names[] = {"sin",   "cos",    "tan",   "cotan", "asin",  "acos",    "atan",
-                                            "acotan", "sinh",  "cosh",  "tanh",  "cotanh", "asinh",  "acosh",
-                                            "atanh", "acotanh", "sqrt", "exp",   "ln",    "trunc"};
+    static constexpr const char* names[] = {"sin",    "cos",     "tan",  "cotan", "asin",   "acos",  "atan",
+                                            "acotan", "sinh",    "cosh", "tanh",  "cotanh", "asinh", "acosh",
+                                            "atanh",  "acotanh", "sqrt", "exp",   "ln",     "trunc"};
     return names[static_cast<int>(function) - static_cast<int>(ExprType::Sin)];
 }

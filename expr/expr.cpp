@@ -33,9 +33,7 @@ void Expr::Ref::destroy(Expr* node) {
     draining = false;
 }
 
-Expr* Expr::operand(int) const {
-    return nullptr;
-}
+Expr* Expr::operand(int) const { return nullptr; }
 
 real& Expr::termSlot(int k) {
     const auto index = static_cast<std::size_t>(k);
@@ -173,9 +171,7 @@ void Expr::InitialValue(real& out) {
     out = initial_;
 }
 
-bool Expr::knowsInitialValue() const {
-    return initialStamp_ == Calculus::current().initialStamp;
-}
+bool Expr::knowsInitialValue() const { return initialStamp_ == Calculus::current().initialStamp; }
 
 struct DerivativeTask {
     Expr* node = nullptr;
@@ -263,10 +259,6 @@ void NothingExpr::Result(real&, bool) {
     throw Failure("#(ERR) virtual void NothingExpr::Result(real&, bool) called!\n", 1);
 }
 
-void NothingExpr::InitValue(real&) {
-    throw Failure("#(ERR) virtual void NothingExpr::InitValue(real&) called!\n", 1);
-}
+void NothingExpr::InitValue(real&) { throw Failure("#(ERR) virtual void NothingExpr::InitValue(real&) called!\n", 1); }
 
-void NothingExpr::printPart(std::ostream& out, int) const {
-    out << "[NULL]";
-}
+void NothingExpr::printPart(std::ostream& out, int) const { out << "[NULL]"; }

@@ -216,6 +216,4 @@ private:
 };
 
 inline Expr::Ref::Ref() : Ref(nullptr) {}
-inline Expr::Ref::Ref(Expr* node) : node_(node != nullptr ? node : NothingExpr::shared()) {
-    ++node_->useCount_;
-}
+inline Expr::Ref::Ref(Expr* node) : node_(node != nullptr ? node : NothingExpr::shared()) { ++node_->useCount_; }

@@ -12,33 +12,52 @@
 
 namespace {
 
-bool isNumber(const Expr::Ref& node) {
-    return node->type() == ExprType::Number;
-}
+bool isNumber(const Expr::Ref& node) { return node->type() == ExprType::Number; }
 
 Expr* newFunction(ExprType type, const Expr::Ref& operand) {
     switch (type) {
-        case ExprType::UnMinus: return new UnMinus(operand);
-        case ExprType::Sin: return new Sin(operand);
-        case ExprType::Cos: return new Cos(operand);
-        case ExprType::Tan: return new Tan(operand);
-        case ExprType::Cotan: return new Cotan(operand);
-        case ExprType::ASin: return new ASin(operand);
-        case ExprType::ACos: return new ACos(operand);
-        case ExprType::ATan: return new ATan(operand);
-        case ExprType::ACotan: return new ACotan(operand);
-        case ExprType::Sinh: return new Sinh(operand);
-        case ExprType::Cosh: return new Cosh(operand);
-        case ExprType::Tanh: return new Tanh(operand);
-        case ExprType::Cotanh: return new Cotanh(operand);
-        case ExprType::ASinh: return new ASinh(operand);
-        case ExprType::ACosh: return new ACosh(operand);
-        case ExprType::ATanh: return new ATanh(operand);
-        case ExprType::ACotanh: return new ACotanh(operand);
-        case ExprType::Sqrt: return new Sqrt(operand);
-        case ExprType::Exp: return new Exp(operand);
-        case ExprType::Ln: return new Ln(operand);
-        case ExprType::Trunc: return new Trunc(operand);
+        case ExprType::UnMinus:
+            return new UnMinus(operand);
+        case ExprType::Sin:
+            return new Sin(operand);
+        case ExprType::Cos:
+            return new Cos(operand);
+        case ExprType::Tan:
+            return new Tan(operand);
+        case ExprType::Cotan:
+            return new Cotan(operand);
+        case ExprType::ASin:
+            return new ASin(operand);
+        case ExprType::ACos:
+            return new ACos(operand);
+        case ExprType::ATan:
+            return new ATan(operand);
+        case ExprType::ACotan:
+            return new ACotan(operand);
+        case ExprType::Sinh:
+            return new Sinh(operand);
+        case ExprType::Cosh:
+            return new Cosh(operand);
+        case ExprType::Tanh:
+            return new Tanh(operand);
+        case ExprType::Cotanh:
+            return new Cotanh(operand);
+        case ExprType::ASinh:
+            return new ASinh(operand);
+        case ExprType::ACosh:
+            return new ACosh(operand);
+        case ExprType::ATanh:
+            return new ATanh(operand);
+        case ExprType::ACotanh:
+            return new ACotanh(operand);
+        case ExprType::Sqrt:
+            return new Sqrt(operand);
+        case ExprType::Exp:
+            return new Exp(operand);
+        case ExprType::Ln:
+            return new Ln(operand);
+        case ExprType::Trunc:
+            return new Trunc(operand);
         default:
             // The wording differs from that of the other factory on purpose.
             throw Failure("#(ERR) Expr::Ref::Ref(ExprType, const Expr::Ref&): neznamy typ unarni operace (" +
@@ -49,23 +68,32 @@ Expr* newFunction(ExprType type, const Expr::Ref& operand) {
 
 Expr* newOperator(ExprType type, const Expr::Ref& left, const Expr::Ref& right) {
     switch (type) {
-        case ExprType::Plus: return new Plus(left, right);
-        case ExprType::Minus: return new Minus(left, right);
-        case ExprType::Multiply: return new Multiply(left, right);
-        case ExprType::Divide: return new Divide(left, right);
+        case ExprType::Plus:
+            return new Plus(left, right);
+        case ExprType::Minus:
+            return new Minus(left, right);
+        case ExprType::Multiply:
+            return new Multiply(left, right);
+        case ExprType::Divide:
+            return new Divide(left, right);
         default:
-            throw Failure("#(ERR) Expr::Ref::Ref(ExprType, const Expr::Ref&, const Expr::Ref&): unknown binary operation (" +
-                              std::to_string(static_cast<int>(type)) + ")\n",
-                          1);
+            throw Failure(
+                "#(ERR) Expr::Ref::Ref(ExprType, const Expr::Ref&, const Expr::Ref&): unknown binary operation (" +
+                    std::to_string(static_cast<int>(type)) + ")\n",
+                1);
     }
 }
 
 real fold(ExprType type, real a, real b) {
     switch (type) {
-        case ExprType::Plus: return a + b;
-        case ExprType::Minus: return a - b;
-        case ExprType::Multiply: return a * b;
-        default: return a / b;
+        case ExprType::Plus:
+            return a + b;
+        case ExprType::Minus:
+            return a - b;
+        case ExprType::Multiply:
+            return a * b;
+        default:
+            return a / b;
     }
 }
 
@@ -80,12 +108,16 @@ public:
 
     Expr* simplified(ExprType type) const {
         switch (type) {
-            case ExprType::Plus: return isNumber(left_) ? (isSmall(left_) ? right_.get() : nullptr) : withoutRight();
+            case ExprType::Plus:
+                return isNumber(left_) ? (isSmall(left_) ? right_.get() : nullptr) : withoutRight();
             case ExprType::Minus:
                 return isNumber(left_) ? (isSmall(left_) ? new UnMinus(right_) : nullptr) : withoutRight();
-            case ExprType::Multiply: return isNumber(left_) ? scaled(left_, right_) : scaled(right_, left_);
-            case ExprType::Divide: return isNumber(left_) ? nullptr : unitFactor(right_, left_);
-            default: return nullptr;
+            case ExprType::Multiply:
+                return isNumber(left_) ? scaled(left_, right_) : scaled(right_, left_);
+            case ExprType::Divide:
+                return isNumber(left_) ? nullptr : unitFactor(right_, left_);
+            default:
+                return nullptr;
         }
     }
 

@@ -56,10 +56,6 @@ void Trunc::Result(real& out, bool) {
     out = evaluate(ExprType::Trunc, out);
 }
 
-void Trunc::MakeDerivative() {
-    derivative_ = Ref(new Number(0));
-}
+void Trunc::MakeDerivative() { derivative_ = Ref(new Number(0)); }
 
-Expr::Ref Trunc::ConvertExpr(const std::vector<Ref>& expanded) {
-    return Ref(ExprType::Trunc, expanded[0]);
-}
+Expr::Ref Trunc::ConvertExpr(const std::vector<Ref>& expanded) { return Ref(ExprType::Trunc, expanded[0]); }

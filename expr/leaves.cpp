@@ -8,33 +8,19 @@
 #include "expr/calculus.hpp"
 #include "expr/failure.hpp"
 
-void Number::GetDY(int, real&) {
-    throw Failure("#(ERR) virtual void Number::GetDY(int, real&) called!!!\n", 1);
-}
+void Number::GetDY(int, real&) { throw Failure("#(ERR) virtual void Number::GetDY(int, real&) called!!!\n", 1); }
 
-void Number::DY(int k, real& out) {
-    out = k == 0 ? start_ : Calculus::current().zero;
-}
+void Number::DY(int k, real& out) { out = k == 0 ? start_ : Calculus::current().zero; }
 
-void Number::Result(real& out, bool) {
-    out = start_;
-}
+void Number::Result(real& out, bool) { out = start_; }
 
-void Number::InitValue(real& out) {
-    out = start_;
-}
+void Number::InitValue(real& out) { out = start_; }
 
-void Number::MakeDerivative() {
-    derivative_ = Ref(new Number(0));
-}
+void Number::MakeDerivative() { derivative_ = Ref(new Number(0)); }
 
-void Number::printPart(std::ostream& out, int) const {
-    out << start_;
-}
+void Number::printPart(std::ostream& out, int) const { out << start_; }
 
-void Time::GetDY(int, real&) {
-    throw Failure("#(ERR) virtual void Time::GetDY(int, real&) called!!!\n", 1);
-}
+void Time::GetDY(int, real&) { throw Failure("#(ERR) virtual void Time::GetDY(int, real&) called!!!\n", 1); }
 
 void Time::BeginStep() {
     const int stamp = Calculus::current().stepStamp;
@@ -49,21 +35,13 @@ void Time::DY(int k, real& out) {
     out = k == 0 ? start_ : k == 1 ? calculus.one : calculus.zero;
 }
 
-void Time::Result(real& out, bool) {
-    out = Calculus::current().time;
-}
+void Time::Result(real& out, bool) { out = Calculus::current().time; }
 
-void Time::InitValue(real& out) {
-    out = Calculus::current().zero;
-}
+void Time::InitValue(real& out) { out = Calculus::current().zero; }
 
-void Time::MakeDerivative() {
-    derivative_ = Ref(new Number(1));
-}
+void Time::MakeDerivative() { derivative_ = Ref(new Number(1)); }
 
-void Time::printPart(std::ostream& out, int) const {
-    out << "t";
-}
+void Time::printPart(std::ostream& out, int) const { out << "t"; }
 
 Differential::Differential(ExprType type, const std::string& name, const Ref& rightHandSide)
     : Expr(type), name_(name), rightHandSide_(rightHandSide) {}
@@ -133,17 +111,11 @@ void Differential::Result(real& out, bool) {
     out = sum;
 }
 
-void Differential::InitValue(real& out) {
-    out = start_;
-}
+void Differential::InitValue(real& out) { out = start_; }
 
-void Differential::MakeDerivative() {
-    derivative_ = rightHandSide_;
-}
+void Differential::MakeDerivative() { derivative_ = rightHandSide_; }
 
-void Differential::printPart(std::ostream& out, int) const {
-    out << '[' << name_ << ']';
-}
+void Differential::printPart(std::ostream& out, int) const { out << '[' << name_ << ']'; }
 
 void Differential::TreeDump(std::ostream& out) const {
     out << "#(TREEDUMP) DIF: \t" << name_ << "' = ";
@@ -156,9 +128,7 @@ void Differential::LastTerm(int& order, real& last) const {
     if (order >= 0) last = term(order);
 }
 
-void Algebraic::GetDY(int, real&) {
-    throw Failure("#(ERR) virtual void Algebraic::GetDY(int, real&) called!!!\n", 1);
-}
+void Algebraic::GetDY(int, real&) { throw Failure("#(ERR) virtual void Algebraic::GetDY(int, real&) called!!!\n", 1); }
 
 void Algebraic::BeginStep() {
     const int stamp = Calculus::current().stepStamp;
@@ -177,17 +147,11 @@ void Algebraic::Result(real& out, bool) {
     rightHandSide()->Value(out);
 }
 
-void Algebraic::InitValue(real& out) {
-    rightHandSide()->InitialValue(out);
-}
+void Algebraic::InitValue(real& out) { rightHandSide()->InitialValue(out); }
 
-void Algebraic::MakeDerivative() {
-    derivative_ = rightHandSide()->Derivative();
-}
+void Algebraic::MakeDerivative() { derivative_ = rightHandSide()->Derivative(); }
 
-void Algebraic::printPart(std::ostream& out, int) const {
-    out << '{' << name() << '}';
-}
+void Algebraic::printPart(std::ostream& out, int) const { out << '{' << name() << '}'; }
 
 void Algebraic::TreeDump(std::ostream& out) const {
     out << "#(TREEDUMP) ALG: \t" << name() << " = ";
@@ -195,6 +159,4 @@ void Algebraic::TreeDump(std::ostream& out) const {
     out << ";\n";
 }
 
-void Algebraic::LastTerm(int& order, real&) const {
-    order = -1;
-}
+void Algebraic::LastTerm(int& order, real&) const { order = -1; }

@@ -96,8 +96,7 @@ private:
 /// A variable with an algebraic definition; constant over a step for everybody who asks for its terms.
 class Algebraic final : public Differential {
 public:
-    Algebraic(const std::string& name, const Ref& definition)
-        : Differential(ExprType::Algebraic, name, definition) {}
+    Algebraic(const std::string& name, const Ref& definition) : Differential(ExprType::Algebraic, name, definition) {}
 
     void GetDY(int k, real& out) override;
     void BeginStep() override;

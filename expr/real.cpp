@@ -12,13 +12,9 @@ real realFromText(const char* text) {
     return std::strtod(text, nullptr);
 }
 
-int intFromText(const char* text) {
-    return saturatingSum(std::strtol(text, nullptr, 10), 0);
-}
+int intFromText(const char* text) { return saturatingSum(std::strtol(text, nullptr, 10), 0); }
 
-bool flagFromText(const char* text) {
-    return intFromText(text) == 1;
-}
+bool flagFromText(const char* text) { return intFromText(text) == 1; }
 
 bool sameValue(real a, real b) {
     if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);

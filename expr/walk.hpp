@@ -6,8 +6,8 @@
 
 /// Runs one task and all it depends on, dependencies first.
 ///
-/// A Task is a small value with `bool enter()` (false: nothing to do), `bool next(Task&)` (the next dependency, in order)
-/// and `void leave()` (all dependencies are done).
+/// A Task is a small value with `bool enter()` (false: nothing to do), `bool next(Task&)` (the next dependency, in
+/// order) and `void leave()` (all dependencies are done).
 template <class Task>
 void walk(Task root) {
     if (!root.enter()) return;

@@ -72,26 +72,18 @@ Expr::Ref Compiler::reference(const std::string& name, int order) const {
     return new Equation(derivativeName(name, order), system_.equations);
 }
 
-Expr::Ref Compiler::time() const {
-    return new Time;
-}
+Expr::Ref Compiler::time() const { return new Time; }
 
-Expr::Ref Compiler::constant(real value) const {
-    return new Number(value);
-}
+Expr::Ref Compiler::constant(real value) const { return new Number(value); }
 
-void Compiler::trace(const char* word) {
-    errors_ << word << ' ';
-}
+void Compiler::trace(const char* word) { errors_ << word << ' '; }
 
 void Compiler::stepFunction(const char* word) {
     trace(word);
     stepFunctions_.push_back(errorLine("Step functions have no meaning"));
 }
 
-void Compiler::error(const std::string& message) {
-    errors_ << errorLine(message);
-}
+void Compiler::error(const std::string& message) { errors_ << errorLine(message); }
 
 std::string Compiler::errorLine(const std::string& message) const {
     return "#(ERR) ERROR: " + message + " \"" + token_ + "\" at line #" + std::to_string(line_) + "\n";

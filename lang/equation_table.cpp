@@ -11,9 +11,7 @@ EquationTable::~EquationTable() {
     for (Differential& variable : *this) variable.detach();
 }
 
-void EquationTable::enter(Differential* variable) {
-    map_[variable->name()] = Expr::Ref(variable);
-}
+void EquationTable::enter(Differential* variable) { map_[variable->name()] = Expr::Ref(variable); }
 
 Differential* EquationTable::find(const std::string& name) const {
     const auto found = map_.find(name);
@@ -32,26 +30,14 @@ void EquationTable::redirect(Expr::Ref& handle, const std::string& name) const {
     handle = Expr::Ref(variable);
 }
 
-std::string derivativeName(const std::string& name, int k) {
-    return k == 0 ? name : name + "%" + std::to_string(k);
-}
+std::string derivativeName(const std::string& name, int k) { return k == 0 ? name : name + "%" + std::to_string(k); }
 
-bool hasPercent(const std::string& name) {
-    return name.find('%') != std::string::npos;
-}
+bool hasPercent(const std::string& name) { return name.find('%') != std::string::npos; }
 
-void Equation::InitValue(real& out) {
-    table_.resolve(name_)->InitialValue(out);
-}
+void Equation::InitValue(real& out) { table_.resolve(name_)->InitialValue(out); }
 
-Expr* Equation::source(int i) const {
-    return i == 0 ? table_.resolve(name_) : nullptr;
-}
+Expr* Equation::source(int i) const { return i == 0 ? table_.resolve(name_) : nullptr; }
 
-Expr::Ref Equation::ConvertExpr(const std::vector<Ref>&) {
-    return table_.resolve(name_);
-}
+Expr::Ref Equation::ConvertExpr(const std::vector<Ref>&) { return table_.resolve(name_); }
 
-void Equation::printPart(std::ostream& out, int) const {
-    out << name_;
-}
+void Equation::printPart(std::ostream& out, int) const { out << name_; }

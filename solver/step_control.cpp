@@ -20,8 +20,8 @@ namespace {
 
 }  // namespace
 
-StepControl::StepControl(Calculus& calculus, StepSettings& settings, TaylorStep& taylor,
-                         const EquationTable& equations, Progress& progress, std::ostream& log)
+StepControl::StepControl(Calculus& calculus, StepSettings& settings, TaylorStep& taylor, const EquationTable& equations,
+                         Progress& progress, std::ostream& log)
     : calculus_(calculus),
       settings_(settings),
       taylor_(taylor),

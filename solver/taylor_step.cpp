@@ -5,9 +5,7 @@
 namespace {
 
 /// Stamps of an endless run wrap without harm.
-int following(int stamp) {
-    return static_cast<int>(static_cast<unsigned>(stamp) + 1u);
-}
+int following(int stamp) { return static_cast<int>(static_cast<unsigned>(stamp) + 1u); }
 
 }  // namespace
 
