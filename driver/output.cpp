@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <streambuf>
 #include <string>
@@ -68,9 +69,11 @@ public:
     explicit Queue(bool isTerminal) : isTerminal_(isTerminal) {}
 
     void append(int descriptor, const char* bytes, std::size_t count) {
+        busy_ = 1;
         bytes_.append(bytes, count);
         if (runs_.empty() || runs_.back().descriptor != descriptor) runs_.push_back({descriptor, 0});
         runs_.back().end = bytes_.size();
+        busy_ = 0;
         const bool line = count > 0 && bytes[count - 1] == '\n';
         if (bytes_.size() >= fullQueue && (line || bytes_.size() >= 16 * fullQueue)) flush();
         if (isTerminal_ && line) flush();
@@ -81,6 +84,7 @@ public:
     }
 
     void flush() {
+        busy_ = 1;
         std::size_t begin = 0;
         int resultsError = 0;
         for (const Run& run : runs_) {
@@ -96,11 +100,13 @@ public:
         bytes_.clear();
         runs_.clear();
         flushed_ = now();
+        busy_ = 0;
         if (resultsError == 0) return;
         throw Failure(std::string("#(ERR) Error by writing results: ") + std::strerror(resultsError) + "\n", 1);
     }
 
     bool lostDiagnostics() const { return lostDiagnostics_; }
+    bool isBusy() const { return busy_ != 0; }
 
 private:
     struct Run {
@@ -110,6 +116,7 @@ private:
 
     const bool isTerminal_;
     bool lostDiagnostics_ = false;
+    volatile std::sig_atomic_t busy_ = 0;
     long flushed_ = now();
     std::string bytes_;
     std::vector<Run> runs_;
@@ -173,6 +180,13 @@ void Output::flushQuietly() {
             // Told already, or about to be told.
         }
     }
+}
+
+void Output::flushFromHandler() {
+    for (const auto& queue : queues_) {
+        if (queue && queue->isBusy()) return;
+    }
+    flushQuietly();
 }
 
 bool Output::lostDiagnostics() const {

@@ -29,6 +29,9 @@ public:
     /// True when diagnostics were lost; results go on without them.
     bool lostDiagnostics() const;
 
+    /// As flushQuietly, from a signal handler: leaves a queue alone that is being changed right now.
+    void flushFromHandler();
+
     /// Writes what is left without raising errors, for the last line of a failing run.
     void flushQuietly();
 

@@ -11,6 +11,7 @@
 #include "driver/clock.hpp"
 #include "driver/options.hpp"
 #include "driver/resource_file.hpp"
+#include "driver/signals.hpp"
 #include "expand/expansion.hpp"
 #include "expr/failure.hpp"
 #include "lang/compiler.hpp"
@@ -137,11 +138,8 @@ int fail(Output& output, const std::string& message, int status) {
     return status;
 }
 
-}  // namespace
-
-int runProgram(int argc, char** argv) {
-    occupyStandardDescriptors();
-    Output output(STDOUT_FILENO, STDERR_FILENO);
+/// Turns what ends a run early into its message and status.
+int runGuarded(int argc, char** argv, Output& output) {
     try {
         const int status = runSteps(argc, argv, output);
         output.flush();
@@ -153,4 +151,15 @@ int runProgram(int argc, char** argv) {
     } catch (const std::length_error&) {
         return fail(output, "#(ERR) Out of memory\n", 1);
     }
+}
+
+}  // namespace
+
+int runProgram(int argc, char** argv) {
+    occupyStandardDescriptors();
+    Output output(STDOUT_FILENO, STDERR_FILENO);
+    setInterruptOutput(&output);
+    const int status = runGuarded(argc, argv, output);
+    setInterruptOutput(nullptr);
+    return status;
 }

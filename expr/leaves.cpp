@@ -48,7 +48,8 @@ Differential::Differential(ExprType type, const std::string& name, const Ref& ri
 
 Differential::Differential(const std::string& name, const Ref& rightHandSide, real initialValue)
     : Differential(ExprType::Differential, name, rightHandSide) {
-    setInitialValue(initialValue);
+    start_ = initialValue;
+    result_ = initialValue;
     // Current already: the first point shows the start value and sums no series.
     resultStamp_ = Calculus::current().stepStamp;
 }

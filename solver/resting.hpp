@@ -2,7 +2,6 @@
 // Variables whose series is exactly zero and stays so: they would be rejected for ever.
 #pragma once
 
-#include <unordered_map>
 #include <vector>
 
 #include "expr/calculus.hpp"
@@ -21,9 +20,9 @@ public:
     int order(int limit, const Differential** culprit);
 
 private:
+    /// Any node of any right-hand side, once, with the nodes that use it.
     struct Node {
-        Differential* variable;
-        std::vector<const Expr*> times;
+        const Expr* expr;
         std::vector<std::size_t> users;
         bool reachesMotion;
     };

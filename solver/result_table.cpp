@@ -81,10 +81,9 @@ void ResultTable::writeTableRow() {
     }
     line_ += ' ';
     appendScientific(line_, calculus_.time, numbers_.printPrecision);
-    for (Differential& variable : equations_) {
+    for (const Differential& variable : equations_) {
         if (!isColumn(variable)) continue;
-        real value = 0;
-        variable.Value(value);
+        const real value = variable.result();
         line_ += value < 0 ? " " : "  ";
         const std::size_t start = line_.size();
         appendScientific(line_, value, numbers_.printPrecision);
@@ -100,10 +99,9 @@ void ResultTable::writeTableRow() {
 
 void ResultTable::writeMatrixRow() {
     int count = 0;
-    for (Differential& variable : equations_) {
+    for (const Differential& variable : equations_) {
         if (!isColumn(variable)) continue;
-        real value = 0;
-        variable.Value(value);
+        const real value = variable.result();
         line_ += ' ';
         appendGeneral(line_, value);
         if (++count == layout_.points3D) {

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// Interrupt menu and crash report. A run does not install them: signals keep their default actions unless a caller
+// asks.
+#pragma once
+
+#include <csignal>
+
+#include "driver/output.hpp"
+
+/// Installs onInterrupt for SIGTERM and SIGINT, onFault for SIGSEGV and SIGFPE.
+void installSignalHandlers();
+
+/// Output whose waiting lines go out before the menu shows; null while there is none.
+void setInterruptOutput(Output* output);
+
+/// Shows the menu on standard error and acts on one character from standard input: c continue, p print and continue,
+/// x print and exit, anything else exit. Exits have status 255.
+void onInterrupt(int signal);
+
+/// Writes the signal, the addresses and a call trace to standard output and ends the process with status 0.
+void onFault(int signal, siginfo_t* info, void* context);
