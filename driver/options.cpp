@@ -70,7 +70,9 @@ constexpr Option options[] = {
 /// An input stream that owns its file.
 class FileInput : private __gnu_cxx::stdio_filebuf<char>, public std::istream {
 public:
-    explicit FileInput(int descriptor) : stdio_filebuf(descriptor, std::ios::in), std::istream(this) {}
+    explicit FileInput(int descriptor) : stdio_filebuf(descriptor, std::ios::in), std::istream(this) {
+        if (!is_open()) setstate(std::ios::badbit);
+    }
 };
 
 std::unique_ptr<std::istream> openInput(const char* name) {
