@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+// Lines of the resource file: keys, values, comments, echoes and warnings.
+#include "driver/resource_file.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <sstream>
+
+namespace {
+
+class ResourceLine : public testing::Test {
+protected:
+    ResourceLine() { settings_.reset(); }
+
+    /// What the line writes.
+    std::string apply(const std::string& line, int number = 1) {
+        std::ostringstream log;
+        applyResourceLine(line, number, settings_, log);
+        return log.str();
+    }
+
+    Settings settings_;
+    Calculus::Scope scope_{settings_};
+};
+
+TEST_F(ResourceLine, MayHaveASmallKeyAndAComment) {
+    EXPECT_EQ(apply("maxorder: 20   # my order"), "#(RES_SET) MaxOrder = 20\n");
+    EXPECT_EQ(settings_.maxOrder, 24);
+    EXPECT_EQ(apply(" \tMax Order=\t21"), "#(RES_SET) MaxOrder = 21\n");
+    EXPECT_EQ(settings_.maxOrder, 25);
+}
+
+TEST_F(ResourceLine, WithoutContentIsSilent) {
+    for (const char* line : {"", "  \t ", "% comment only", "  # TMAX = 2", "; TMAX = 2"}) EXPECT_EQ(apply(line), "");
+    EXPECT_EQ(settings_.tMax, 1);
+}
+
+TEST_F(ResourceLine, WithAnUnknownKeyIsReportedWithItsNumber) {
+    EXPECT_EQ(apply("FOO=1", 3), "(WARN) Invalid keyword in rc file, line 3: 'FOO'\n");
+    EXPECT_EQ(apply("STEP 0.5", 4), "(WARN) Invalid keyword in rc file, line 4: 'STEP0.5'\n");
+    EXPECT_EQ(apply("= 5", 5), "(WARN) Invalid keyword in rc file, line 5: ''\n");
+    EXPECT_EQ(apply("TMAXX = 5", 6), "(WARN) Invalid keyword in rc file, line 6: 'TMAXX'\n");
+    EXPECT_EQ(apply("PRINT_ORD = 0", 7), "(WARN) Invalid keyword in rc file, line 7: 'PRINT_ORD'\n");
+}
+
+TEST_F(ResourceLine, WithoutAValueIsReported) {
+    for (const char* line : {"TMAX=", "tmax", "TMAX = .5", "TMAX := 2", "TMAX = # 2", "TMAX = _2", "TMAX = \r"}) {
+        EXPECT_EQ(apply(line), "(WARN) No value set for option 'TMAX' in rc file.\n") << line;
+    }
+    EXPECT_EQ(apply("GMPWORDSIZE ="), "(WARN) No value set for option 'GMPWORDSIZE' in rc file.\n");
+    EXPECT_EQ(settings_.tMax, 1);
+}
+
+TEST_F(ResourceLine, EndsItsValueAtTheFirstOtherCharacter) {
+    EXPECT_EQ(apply("TMAX = 2.5"), "#(RES_SET) MaxTime = 2\n");
+    EXPECT_EQ(settings_.tMax, 2);
+    EXPECT_EQ(apply("TMAX = 3\r"), "#(RES_SET) MaxTime = 3\n");
+    EXPECT_EQ(settings_.tMax, 3);
+    EXPECT_EQ(apply("TMAX = 25e-1 7"), "#(RES_SET) MaxTime = 25e-1\n");
+    EXPECT_EQ(settings_.tMax, 2.5L);
+    EXPECT_EQ(apply("TMAX = 4=5"), "#(RES_SET) MaxTime = 4\n");
+    EXPECT_EQ(apply("ACCURACY = 1e-10"), "#(RES_SET) Accuracy = 1e-10\n");
+    EXPECT_EQ(settings_.accuracy, static_cast<real>(1e-10));
+    EXPECT_EQ(apply("GNUPLOT_FILENAME = my_run"), "#(RES_SET) GnuPlot File = my\n");
+    EXPECT_EQ(settings_.gnuplotFile, "my");
+    EXPECT_EQ(apply("TMAX = soon"), "#(RES_SET) MaxTime = soon\n");
+    EXPECT_EQ(settings_.tMax, 0) << "text that is not a number";
+}
+
+TEST_F(ResourceLine, OfTheWordSizeSetsNothing) {
+    EXPECT_EQ(apply("GMPWORDSIZE = 64"),
+              "#(WARN) Option 'GMPWordSize' not supported in 'simple number precision' version\n");
+}
+
+TEST_F(ResourceLine, SetsFlagsExactlyByOne) {
+    struct {
+        const char* key;
+        bool Settings::*field;
+        const char* echo;
+    } const cases[] = {
+        {"PRINTORD", &Settings::printOrderColumn, "Print order = "},
+        {"ALL3DVALUES", &Settings::all3DValues, "Print all values (3D) = "},
+        {"DUMPTREE", &Settings::dumpTree, "Dump tree = "},
+        {"FIXEDSTEP", &Settings::fixedStep, "Fixed int.step = "},
+        {"SIMPLIFYSMALLNUMBERS", &Settings::simplifySmall, "Ignore small numbers = "},
+        {"PRINTONLYTMAX", &Settings::printOnlyTmax, "Print only Tmax = "},
+        {"PRINTTEMPQ", &Settings::printTempEquations, "Print temporary equations = "},
+        {"USEALLTERMS", &Settings::useAllTerms, "Use all terms = "},
+        {"STIFFDETECTEVERYSTEP", &Settings::stiffEveryStep, "Stiff system detected every step  = "},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.key);
+        for (const char* value : {"1", "0", "01", "2", "1x", "yes"}) {
+            EXPECT_EQ(apply(std::string(c.key) + "=" + value), "#(RES_SET) " + std::string(c.echo) + value + "\n");
+            EXPECT_EQ(settings_.*c.field, std::string(value).find('1') != std::string::npos) << value;
+        }
+    }
+}
+
+TEST_F(ResourceLine, SetsIntegers) {
+    struct {
+        const char* key;
+        int Settings::*field;
+        const char* echo;
+    } const cases[] = {
+        {"DUMPDY", &Settings::dumpDY, "Dump DY values = "},
+        {"PRINTNUMCHARS", &Settings::printPrecision, "Characters of number to print = "},
+        {"PRINTNUMWIDTH", &Settings::printWidth, "Number digits to print = "},
+        {"STIFFSYSTEMDETECTEXPDIFF", &Settings::stiffExpDiff, "Stiff system detect exponent difference = "},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.key);
+        EXPECT_EQ(apply(std::string(c.key) + ": -6"), "#(RES_SET) " + std::string(c.echo) + "-6\n");
+        EXPECT_EQ(settings_.*c.field, -6);
+    }
+    EXPECT_EQ(apply("STOPSTEADYSTATE = 5"), "#(RES_SET) Step when steady solution is found = 5\n");
+    EXPECT_EQ(settings_.steadyStop, 5U);
+}
+
+TEST_F(ResourceLine, SetsReals) {
+    EXPECT_EQ(apply("TMAX = 9"), "#(RES_SET) MaxTime = 9\n");
+    EXPECT_EQ(settings_.tMax, 9);
+    EXPECT_EQ(apply("PRINTEVERYRESULT = -8"), "#(RES_SET) Print every result = -8\n");
+    EXPECT_EQ(settings_.printEvery, -8) << "turned into an interval after the options only";
+    EXPECT_EQ(apply("INITIALINTSTEP = 3e-1"), "#(RES_SET) Initial step size = 3e-1\n");
+    EXPECT_EQ(settings_.step, static_cast<real>(0.3));
+    EXPECT_EQ(settings_.stepTable[1], settings_.step);
+}
+
+TEST_F(ResourceLine, OfOrderAndZeroTermsCombinesAsymmetrically) {
+    EXPECT_EQ(apply("ZEROTAYLORTERMS = 2"), "#(RES_SET) Number of Taylor terms equal to zero = 2\n");
+    EXPECT_EQ(settings_.zeroTerms, 2);
+    EXPECT_EQ(settings_.maxOrder, 36);
+    EXPECT_EQ(apply("MAXORDER = 10"), "#(RES_SET) MaxOrder = 10\n");
+    EXPECT_EQ(settings_.maxOrder, 12);
+}
+
+TEST_F(ResourceLine, OfTheTerminalAsksForAScript) {
+    EXPECT_EQ(apply("GNUPLOT_FILENAME = Run-2"), "#(RES_SET) GnuPlot File = Run-2\n");
+    EXPECT_FALSE(settings_.gnuplotRequested);
+    EXPECT_EQ(apply("GNUPLOT_OUTPUT = Png"), "#(RES_SET) GnuPlot Output = Png\n");
+    EXPECT_EQ(settings_.gnuplotOutput, "Png");
+    EXPECT_TRUE(settings_.gnuplotRequested);
+}
+
+TEST(ResourceFile, IsSkippedSilentlyWhenItIsMissing) {
+    Settings settings;
+    std::ostringstream log;
+    readResourceFile("no/such/file", settings, log);
+    EXPECT_EQ(log.str(), "");
+}
+
+TEST(ResourceFile, LiesInTheHomeDirectoryOrHere) {
+    const char* home = std::getenv("HOME");
+    const std::string before = home != nullptr ? home : "";
+    setenv("HOME", "/somewhere", 1);
+    EXPECT_EQ(resourceFilePath(), "/somewhere/.zirkrc");
+    setenv("HOME", "", 1);
+    EXPECT_EQ(resourceFilePath(), "/.zirkrc");
+    unsetenv("HOME");
+    EXPECT_EQ(resourceFilePath(), "./.zirkrc");
+    if (home != nullptr) setenv("HOME", before.c_str(), 1);
+}
+
+}  // namespace

@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: MIT
+// Step and order control where a run of the program does not show it.
+#include "solver/step_control.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <sstream>
+
+#include "expr/failure.hpp"
+
+namespace {
+
+class StepControlTest : public testing::Test {
+protected:
+    StepControlTest() { calculus_.setMaxOrder(34); }
+
+    /// y' = rate & initial.
+    Differential* enter(const std::string& name, const Expr::Ref& rate, real initial) {
+        auto* variable = new Differential(name, rate, initial);
+        equations_.enter(variable);
+        return variable;
+    }
+
+    static Expr::Ref number(real value) { return Expr::Ref(new Number(value)); }
+
+    long halvings() const {
+        const std::string text = log_.str();
+        return std::count(text.begin(), text.end(), '\n');
+    }
+
+    Calculus calculus_;
+    Calculus::Scope scope_{calculus_};
+    EquationTable equations_;
+    StepSettings settings_;
+    Progress progress_;
+    std::ostringstream log_;
+    TaylorStep taylor_{calculus_, equations_};
+    StepControl control_{calculus_, settings_, taylor_, equations_, progress_, log_};
+};
+
+TEST_F(StepControlTest, TheTableHasOneFactorPerTermAndTheFirstIsZero) {
+    EXPECT_EQ(calculus_.stepTable.size(), 34);
+    EXPECT_EQ(calculus_.stepTable[0], 0);
+    for (int i = 1; i < 34; ++i) EXPECT_EQ(calculus_.stepTable[i], static_cast<real>(0.1) / static_cast<real>(i));
+}
+
+TEST_F(StepControlTest, TheStepFromTextIsADoubleAndThatOfTheIntegratorIsNot) {
+    calculus_.setStep(static_cast<double>(0.1L));
+    EXPECT_EQ(calculus_.step, static_cast<real>(0.1));
+    calculus_.changeStep(0.1L);
+    EXPECT_EQ(calculus_.step, 0.1L);
+    EXPECT_EQ(calculus_.stepTable[3], 0.1L / 3);
+}
+
+TEST_F(StepControlTest, TheFirstStepIsCutOnlyWhenItIsLargerThanTheEndTime) {
+    settings_.tMax = 0.05L;
+    control_.clipFirstStep();
+    EXPECT_EQ(calculus_.step, 0.05L);
+    settings_.tMax = 3;
+    control_.clipFirstStep();
+    EXPECT_EQ(calculus_.step, 0.05L);
+}
+
+TEST_F(StepControlTest, AnEndTimeThatIsNotANumberBecomesTheStep) {
+    settings_.tMax = std::numeric_limits<real>::quiet_NaN();
+    control_.clipFirstStep();
+    EXPECT_NE(calculus_.step, calculus_.step);
+}
+
+TEST_F(StepControlTest, APointAtTheLimitIsAcceptedAndOneBeyondIsNot) {
+    calculus_.orderUsed = 30;
+    EXPECT_FALSE(control_.rejectPoint());
+    Differential* y = enter("y", number(1), 1);
+    taylor_.evaluate();
+    taylor_.accept();
+    calculus_.accuracy = 0;  // No term is ever negligible.
+    taylor_.evaluate();
+    EXPECT_EQ(y->ownOrder(), 34);
+    progress_.previousTime = 0.5L;
+    progress_.recheckStiffness = false;
+    EXPECT_TRUE(control_.rejectPoint());
+    EXPECT_EQ(calculus_.stepStamp, 2);
+    EXPECT_EQ(calculus_.prevStepStamp, 2);
+    EXPECT_EQ(calculus_.step, static_cast<real>(0.1) / 2);
+    EXPECT_EQ(calculus_.time, 0.5L + static_cast<real>(0.1) / 2);
+    EXPECT_TRUE(progress_.recheckStiffness);
+    EXPECT_EQ(log_.str(), "#(COMP) Max ORDER reached! Changing step to 0.05\tTime= 0.5\n");
+}
+
+TEST_F(StepControlTest, WithAFixedStepNoPointIsRejected) {
+    settings_.fixedStep = true;
+    calculus_.orderUsed = 34;
+    EXPECT_FALSE(control_.rejectPoint());
+    EXPECT_EQ(calculus_.orderUsed, 34);
+    EXPECT_EQ(log_.str(), "");
+}
+
+TEST_F(StepControlTest, EndlessHalvingEndsWithOneErrorWhenTheStepIsZero) {
+    enter("y", number(1), 1);
+    taylor_.evaluate();
+    taylor_.accept();
+    calculus_.accuracy = 0;
+    taylor_.evaluate();
+    try {
+        while (control_.rejectPoint()) taylor_.evaluate();
+        FAIL() << "accepted";
+    } catch (const Failure& failure) {
+        EXPECT_STREQ(failure.what(), "#(ERR) No progress at time 0 with step 0: variable \"y\" does not converge\n");
+        EXPECT_EQ(failure.status(), 1);
+    }
+    // 0.1 lies in [2^-4, 2^-3). The smallest number is 2^-16445 and its half is rounded to zero, the even neighbour.
+    EXPECT_EQ(halvings(), 16445 - 4 + 1);
+}
+
+TEST_F(StepControlTest, TheStepGrowsByAFifthForOneTwelfthOfTheTermsAtMost) {
+    progress_.firstPoint = false;
+    progress_.recheckStiffness = false;
+    calculus_.orderUsed = 3;
+    control_.enlarge();
+    EXPECT_EQ(calculus_.step, static_cast<real>(0.1));
+    EXPECT_FALSE(progress_.recheckStiffness);
+    calculus_.orderUsed = 2;
+    progress_.previousTime = 0.25L;
+    control_.enlarge();
+    EXPECT_EQ(calculus_.step, static_cast<real>(0.1) * static_cast<real>(1.2));
+    EXPECT_TRUE(progress_.recheckStiffness);
+    EXPECT_EQ(log_.str(), "#(COMP) Step increased to 0.12\tTime= 0.25\n");
+}
+
+TEST_F(StepControlTest, TheFirstPointNeverEnlargesTheStepNorAsksForATest) {
+    progress_.recheckStiffness = false;
+    control_.enlarge();
+    EXPECT_EQ(calculus_.step, static_cast<real>(0.1));
+    EXPECT_FALSE(progress_.recheckStiffness);
+}
+
+TEST_F(StepControlTest, AFixedStepDoesNotGrowButAsksForATest) {
+    settings_.fixedStep = true;
+    progress_.firstPoint = false;
+    progress_.recheckStiffness = false;
+    calculus_.orderUsed = 1;
+    control_.enlarge();
+    EXPECT_EQ(calculus_.step, static_cast<real>(0.1));
+    EXPECT_TRUE(progress_.recheckStiffness);
+    EXPECT_EQ(log_.str(), "");
+}
+
+TEST_F(StepControlTest, ATwelfthOfANegativeNumberOfTermsIsTruncatedTowardsZero) {
+    progress_.firstPoint = false;
+    calculus_.setMaxOrder(-6);
+    control_.enlarge();
+    EXPECT_EQ(log_.str(), "#(COMP) Step increased to 0.12\tTime= 0\n");
+}
+
+TEST_F(StepControlTest, TheLastStepIsCutInAFixedOrderOfOperations) {
+    settings_.tMax = 1;
+    settings_.printEvery = 0.25L;
+    calculus_.time = 0.95L;
+    const real step = calculus_.step;
+    const real beyond = calculus_.time + step;
+    control_.advance(true);
+    EXPECT_EQ(progress_.previousTime, 0.95L);
+    EXPECT_EQ(calculus_.time, 1);
+    EXPECT_EQ(calculus_.step, (step - beyond) + 1);
+    EXPECT_EQ(settings_.printEvery, 0);
+    EXPECT_FALSE(progress_.firstPoint);
+    EXPECT_EQ(calculus_.stepStamp, 1);
+    EXPECT_EQ(calculus_.prevStepStamp, 0);
+}
+
+TEST_F(StepControlTest, ATimeThatReachesTheEndExactlyIsCutAsWell) {
+    calculus_.changeStep(0.5L);
+    calculus_.time = 0.5L;
+    settings_.printEvery = 3;
+    control_.advance(true);
+    EXPECT_EQ(calculus_.step, 0.5L);
+    EXPECT_EQ(settings_.printEvery, 0);
+}
+
+TEST_F(StepControlTest, AZeroStepIsAnErrorOnlyWhenNothingElseCanEndTheRun) {
+    calculus_.changeStep(0);
+    EXPECT_NO_THROW(control_.advance(false));
+    EXPECT_THROW(control_.advance(true), Failure);
+    calculus_.time = settings_.tMax;
+    EXPECT_NO_THROW(control_.advance(true));
+}
+
+}  // namespace
