@@ -17,10 +17,10 @@
 #include "lang/compiler.hpp"
 #include "solver/dumps.hpp"
 
-Run::Run(Settings& settings, Output& output)
+Run::Run(Settings& settings, Output& output, Evaluation evaluation)
     : settings_(settings),
       output_(output),
-      taylor_(settings, settings.equations),
+      taylor_(settings, settings.equations, evaluation),
       control_(settings, settings, taylor_, settings.equations, progress_, output.log()),
       stiffness_(settings, settings.equations, output.log()),
       table_(output.results(), settings, settings, settings, settings.equations, stiffness_),
@@ -103,7 +103,7 @@ void occupyStandardDescriptors() {
     }
 }
 
-int runSteps(int argc, char** argv, Output& output) {
+int runSteps(int argc, char** argv, Output& output, Evaluation evaluation) {
     Settings& s = settings();
     std::ostream& log = output.log();
     s.reset();
@@ -122,7 +122,7 @@ int runSteps(int argc, char** argv, Output& output) {
         for (const Differential& variable : s.equations) variable.TreeDump(log);
         log << "#(TREEDUMP) Tree dumped\n";
     }
-    Run(s, output).solve();
+    Run(s, output, evaluation).solve();
     return 0;
 }
 
@@ -139,9 +139,9 @@ int fail(Output& output, const std::string& message, int status) {
 }
 
 /// Turns what ends a run early into its message and status.
-int runGuarded(int argc, char** argv, Output& output) {
+int runGuarded(int argc, char** argv, Output& output, Evaluation evaluation) {
     try {
-        const int status = runSteps(argc, argv, output);
+        const int status = runSteps(argc, argv, output, evaluation);
         output.flush();
         return status == 0 && output.lostDiagnostics() ? 1 : status;
     } catch (const Failure& failure) {
@@ -155,11 +155,11 @@ int runGuarded(int argc, char** argv, Output& output) {
 
 }  // namespace
 
-int runProgram(int argc, char** argv) {
+int runProgram(int argc, char** argv, Evaluation evaluation) {
     occupyStandardDescriptors();
     Output output(STDOUT_FILENO, STDERR_FILENO);
     setInterruptOutput(&output);
-    const int status = runGuarded(argc, argv, output);
+    const int status = runGuarded(argc, argv, output, evaluation);
     setInterruptOutput(nullptr);
     return status;
 }

@@ -6,12 +6,12 @@
 #include "driver/settings.hpp"
 
 /// Command line in, exit status out: 0 normal end, 1 error, 2 unreadable input, 3 input that does not compile.
-int runProgram(int argc, char** argv);
+int runProgram(int argc, char** argv, Evaluation evaluation);
 
 /// Integrates the prepared equations from 0 to the end time and writes everything that belongs to it.
 class Run {
 public:
-    Run(Settings& settings, Output& output);
+    Run(Settings& settings, Output& output, Evaluation evaluation);
 
     void solve();
 

@@ -121,6 +121,10 @@ void Expr::leaveValue() {
     real value = 0;
     Result(value, true);
     result_ = value;
+    noteSteadiness();
+}
+
+void Expr::noteSteadiness() {
     const Calculus& calculus = Calculus::current();
     steady_ = calculus.steadyStop != 0 && calculus.accuracy > std::fabs(start_ - result_);
 }

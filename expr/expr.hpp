@@ -160,10 +160,13 @@ public:
 
     /// Index of the highest term computed in this step; -1 when there is none.
     int highestTerm() const { return highest_; }
-    real term(int k) const { return terms_[static_cast<std::size_t>(k)]; }
+    real term(int k) const { return foreignTerms_ != nullptr ? foreignTerms_[k] : terms_[static_cast<std::size_t>(k)]; }
 
 protected:
     explicit Expr(ExprType type);
+
+    /// Sets the steady flag from the value at the start of the step and the result.
+    void noteSteadiness();
 
     /// Entry k of the term array, which grows as terms are touched.
     real& termSlot(int k);
@@ -177,6 +180,8 @@ protected:
     real start_ = 0;
     real result_ = 0;
     Ref derivative_;
+    /// Terms of this step where somebody else computed them; null otherwise.
+    const real* foreignTerms_ = nullptr;
 
 private:
     friend struct ValueTask;

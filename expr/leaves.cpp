@@ -7,6 +7,7 @@
 
 #include "expr/calculus.hpp"
 #include "expr/failure.hpp"
+#include "expr/series_sum.hpp"
 
 void Number::GetDY(int, real&) { throw Failure("#(ERR) virtual void Number::GetDY(int, real&) called!!!\n", 1); }
 
@@ -79,37 +80,39 @@ void Differential::BeginStep() {
     if (termStamp_ == calculus.stepStamp) return;
     termStamp_ = calculus.stepStamp;
     highest_ = 0;
+    foreignTerms_ = nullptr;
     // A repeated step starts again from the same value.
     if (calculus.prevStepStamp != calculus.stepStamp) start_ = result_;
     termSlot(0) = start_;
 }
 
 void Differential::Result(real& out, bool) {
-    Calculus& calculus = Calculus::current();
-    const int limit = calculus.maxOrder;
-    const int wanted = calculus.zeroTerms;
-    real sum = calculus.zero;
-    int negligible = 0;
-    int k = 0;
-    onlyZeroTerms_ = true;
-    while (k < limit && negligible < wanted) {
+    const Calculus& calculus = Calculus::current();
+    SeriesSum series;
+    series.sum = calculus.zero;
+    while (series.wantsMore(calculus)) {
         real term = 0;
-        DY(k, term);
-        sum = sum + term;
-        if (term != 0) onlyZeroTerms_ = false;
-        const bool isNegligible = std::fabs(sum * calculus.accuracy) > std::fabs(term);
-        if (isNegligible && calculus.useAllTerms && k < static_cast<std::int64_t>(limit) - wanted) {
-            ++k;
-            continue;
-        }
-        negligible = isNegligible ? negligible + 1 : 0;
-        ++k;
+        DY(series.k, term);
+        series.add(term, calculus);
     }
-    // The trailing negligible terms are in the sum but not in the order.
-    ownOrder_ = k - negligible;
+    takeSum(series);
+    out = result_;
+}
+
+void Differential::takeSum(const SeriesSum& series) {
+    Calculus& calculus = Calculus::current();
+    ownOrder_ = series.order();
+    onlyZeroTerms_ = series.onlyZeros;
     if (ownOrder_ > calculus.orderUsed) calculus.orderUsed = ownOrder_;
-    result_ = sum;
-    out = sum;
+    result_ = series.sum;
+}
+
+void Differential::adopt(const SeriesSum& series, const real* terms, int highest) {
+    takeSum(series);
+    resultStamp_ = Calculus::current().stepStamp;
+    highest_ = highest;
+    foreignTerms_ = terms;
+    noteSteadiness();
 }
 
 void Differential::InitValue(real& out) { out = start_; }

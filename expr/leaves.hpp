@@ -6,6 +6,8 @@
 
 #include "expr/expr.hpp"
 
+struct SeriesSum;
+
 /// A constant. Term 0 is the constant, all others are zero.
 class Number final : public Expr {
 public:
@@ -79,6 +81,9 @@ public:
     int ownOrder() const { return ownOrder_; }
     bool onlyZeroTerms() const { return onlyZeroTerms_; }
 
+    /// Takes a sum that was made elsewhere from the same terms; `terms` must live until the next step begins.
+    void adopt(const SeriesSum& series, const real* terms, int highest);
+
     /// Breaks cycles of handles before a table of equations goes.
     void detach();
 
@@ -86,6 +91,8 @@ protected:
     Differential(ExprType type, const std::string& name, const Ref& rightHandSide);
 
 private:
+    void takeSum(const SeriesSum& series);
+
     std::string name_;
     Ref rightHandSide_;
     bool selected_ = false;

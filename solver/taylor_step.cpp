@@ -12,6 +12,8 @@ int following(int stamp) { return static_cast<int>(static_cast<unsigned>(stamp) 
 void TaylorStep::evaluate() {
     calculus_.orderUsed = 0;
     steadyCount_ = 0;
+    // What the schedule leaves is summed by the nodes, when their turn comes below.
+    if (evaluation_ == Evaluation::Scheduled) schedule_.sumAll();
     for (Differential& variable : equations_) {
         const bool isAlgebraic = variable.type() == ExprType::Algebraic;
         real value = 0;

@@ -4,11 +4,16 @@
 
 #include "expr/calculus.hpp"
 #include "lang/equation_table.hpp"
+#include "solver/schedule.hpp"
 
-/// Evaluates all equations in the order of their names, node by node.
+/// How the series are summed; the results are the same to the last bit.
+enum class Evaluation { NodeByNode, Scheduled };
+
+/// Evaluates all equations in the order of their names.
 class TaylorStep {
 public:
-    TaylorStep(Calculus& calculus, const EquationTable& equations) : calculus_(calculus), equations_(equations) {}
+    TaylorStep(Calculus& calculus, const EquationTable& equations, Evaluation evaluation)
+        : calculus_(calculus), equations_(equations), evaluation_(evaluation), schedule_(calculus, equations) {}
 
     /// Values of all equations at the current time. Leaves the order used in the calculus.
     void evaluate();
@@ -25,5 +30,7 @@ public:
 private:
     Calculus& calculus_;
     const EquationTable& equations_;
+    const Evaluation evaluation_;
+    Schedule schedule_;
     int steadyCount_ = 0;
 };
