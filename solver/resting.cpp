@@ -64,10 +64,10 @@ int RestingVariables::order(int limit, const Differential** culprit) {
     for (std::size_t i = 0; i < equations_.size(); ++i) {
         const auto* variable = static_cast<const Differential*>(nodes_[i].expr);
         if (variable->type() == ExprType::Algebraic) continue;
-        if (variable->onlyZeroTerms() && !nodes_[i].reachesMotion) continue;
-        const int order = variable->ownOrder();
-        highest = std::max(highest, order);
-        if (order > limit && *culprit == nullptr) *culprit = variable;
+        // With a limit below zero nothing that rests is within it either.
+        if (limit >= 0 && variable->onlyZeroTerms() && !nodes_[i].reachesMotion) continue;
+        highest = std::max(highest, variable->ownOrder());
+        if (variable->ownOrder() > limit && *culprit == nullptr) *culprit = variable;
     }
     return highest;
 }

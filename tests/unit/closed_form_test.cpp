@@ -16,7 +16,7 @@ protected:
         settings.accuracy = 1e-24L;
         prepareText(settings, "u' = u & " + start + "; y = " + function + "(u);");
         settings.setStep(1.0 / 64);
-        TaylorStep step(settings, settings.equations);
+        TaylorStep step(settings, settings.equations, Evaluation::Scheduled);
         for (int i = 0; i <= 64; ++i) {
             settings.time = i / real{64};
             step.evaluate();

@@ -76,7 +76,7 @@ TEST_F(Chains, OfAlgebraicVariablesAreEvaluatedToTheirEnd) {
     Expansion(settings, settings, settings).prepare();
     EXPECT_EQ(settings.equations.find("%0")->startValue(), sinl(unknown(3)));
     EXPECT_EQ(printed(settings.equations.find("%0")->rightHandSide()), "0");
-    TaylorStep(settings, settings.equations).evaluate();
+    TaylorStep(settings, settings.equations, Evaluation::Scheduled).evaluate();
     EXPECT_EQ(settings.equations.find(name(0))->result(), 3);
     EXPECT_EQ(settings.equations.find(name(length - 1))->result(), 3);
 }
@@ -90,7 +90,7 @@ TEST_F(Chains, OfSinesAreExpanded) {
     EXPECT_EQ(printed(settings.equations.find("%0")->rightHandSide()), "([%1] * [%2])");
     EXPECT_EQ(printed(settings.equations.find("%19996")->rightHandSide()), "([%19997] * [%19998])");
     EXPECT_EQ(printed(settings.equations.find("%19998")->rightHandSide()), "[%19999]");
-    TaylorStep step(settings, settings.equations);
+    TaylorStep step(settings, settings.equations, Evaluation::Scheduled);
     step.evaluate();
     step.accept();
     step.evaluate();

@@ -150,7 +150,7 @@ int steadyEquations(real rate, unsigned steadyStop) {
     EquationTable equations;
     equations.enter(new Differential("y", Expr::Ref(new Number(rate)), 1));
     equations.enter(new Algebraic("x", Expr::Ref(new Number(rate))));
-    TaylorStep taylor(calculus, equations);
+    TaylorStep taylor(calculus, equations, Evaluation::Scheduled);
     taylor.evaluate();
     taylor.accept();
     taylor.evaluate();
