@@ -266,3 +266,5 @@ void NothingExpr::Result(real&, bool) {
 void NothingExpr::InitValue(real&) { throw Failure("#(ERR) virtual void NothingExpr::InitValue(real&) called!\n", 1); }
 
 void NothingExpr::printPart(std::ostream& out, int) const { out << "[NULL]"; }
+
+std::ostream& operator<<(std::ostream& out, const Expr::Ref& handle) { return out << handle->useCount(); }

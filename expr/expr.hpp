@@ -222,3 +222,6 @@ private:
 
 inline Expr::Ref::Ref() : Ref(nullptr) {}
 inline Expr::Ref::Ref(Expr* node) : node_(node != nullptr ? node : NothingExpr::shared()) { ++node_->useCount_; }
+
+/// A handle shows as its node's reference count.
+std::ostream& operator<<(std::ostream& out, const Expr::Ref& handle);

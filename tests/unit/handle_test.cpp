@@ -273,4 +273,12 @@ TEST_F(ForbiddenOperations, OfLeavesHaveThreeMarks) {
               (Ending{"#(ERR) virtual void Algebraic::GetDY(int, real&) called!!!\n", 1}));
 }
 
+TEST_F(Handles, ShowAsTheReferenceCountOfTheirNode) {
+    const Expr::Ref one(new Number(7));
+    const Expr::Ref two = one;
+    std::ostringstream text;
+    text << one;
+    EXPECT_EQ(text.str(), "2");
+}
+
 }  // namespace
