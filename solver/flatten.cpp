@@ -21,6 +21,8 @@ int Schedule::newSlot(Expr* node) {
     array_.push_back(-1);
     needed_.push_back(0);
     highest_.push_back(-1);
+    operationAt_.push_back(-1);
+    variableAt_.push_back(-1);
     return slot;
 }
 
@@ -79,6 +81,7 @@ void Schedule::emit(Expr* root) {
             continue;
         }
         const Operation operation = operationOf(*node);
+        operationAt_[at(slot)] = static_cast<int>(all_.size());
         all_.push_back(operation);
         if (operation.kind == Kind::Multiply) giveArray(operation.left);
         if (operation.kind == Kind::Multiply || operation.kind == Kind::Divide) giveArray(operation.right);
@@ -92,6 +95,7 @@ void Schedule::build() {
         if (variable.type() == ExprType::Algebraic) continue;
         const int slot = newSlot(&variable);
         giveArray(slot);
+        variableAt_[at(slot)] = static_cast<int>(variables_.size());
         variables_.push_back({&variable, slot, -1, true, {}});
     }
     for (Variable& variable : variables_) {

@@ -118,22 +118,26 @@ std::size_t Schedule::countWanting() const {
 
 void Schedule::markNeeded() {
     std::fill(needed_.begin(), needed_.end(), char{0});
+    const auto need = [this](int slot) {
+        if (needed_[at(slot)] != 0) return;
+        needed_[at(slot)] = 1;
+        pending_.push_back(slot);
+    };
     for (Variable& variable : variables_) {
         variable.needed = variable.series.wantsMore(calculus_);
-        if (variable.needed) needed_[at(variable.source)] = 1;
+        if (variable.needed) need(variable.source);
     }
-    for (bool changed = true; changed;) {
-        for (auto operation = all_.rbegin(); operation != all_.rend(); ++operation) {
-            if (needed_[at(operation->out)] == 0) continue;
-            needed_[at(operation->left)] = 1;
-            needed_[at(operation->right)] = 1;
-        }
-        changed = false;
-        for (Variable& variable : variables_) {
-            if (variable.needed || needed_[at(variable.slot)] == 0) continue;
+    while (!pending_.empty()) {
+        const std::size_t slot = at(pending_.back());
+        pending_.pop_back();
+        if (operationAt_[slot] >= 0) {
+            const Operation& operation = all_[at(operationAt_[slot])];
+            need(operation.left);
+            need(operation.right);
+        } else if (variableAt_[slot] >= 0) {
+            Variable& variable = variables_[at(variableAt_[slot])];
             variable.needed = true;
-            changed = true;
-            needed_[at(variable.source)] = 1;
+            need(variable.source);
         }
     }
     active_.clear();
@@ -142,27 +146,47 @@ void Schedule::markNeeded() {
     }
 }
 
+void Schedule::raise(int root, int highest) {
+    const auto lift = [&](int slot) {
+        if (highest_[at(slot)] >= highest) return;
+        highest_[at(slot)] = highest;
+        pending_.push_back(slot);
+    };
+    lift(root);
+    while (!pending_.empty()) {
+        const std::size_t slot = at(pending_.back());
+        pending_.pop_back();
+        if (operationAt_[slot] >= 0) {
+            const Operation& operation = all_[at(operationAt_[slot])];
+            lift(operation.left);
+            lift(operation.right);
+        } else if (variableAt_[slot] >= 0) {
+            levels_[at(highest)].push_back(variableAt_[slot]);
+        }
+    }
+}
+
 void Schedule::spreadHighest() {
     int low = calculus_.maxOrder;
     int high = 0;
     for (const Variable& variable : variables_) {
+        highest_[at(variable.slot)] = variable.series.k - 1;
         low = std::min(low, variable.series.k - 1);
         high = std::max(high, variable.series.k - 1);
     }
-    std::fill(highest_.begin(), highest_.end(), -1);
-    for (const Variable& variable : variables_) highest_[at(variable.slot)] = variable.series.k - 1;
     // A variable asks others for one term less than its own highest.
-    for (bool changed = high - 1 > low; changed;) {
-        changed = false;
-        const auto raise = [&](int slot, int highest) {
-            if (highest <= highest_[at(slot)]) return;
-            highest_[at(slot)] = highest;
-            changed = true;
-        };
-        for (const Variable& variable : variables_) raise(variable.source, highest_[at(variable.slot)] - 1);
-        for (auto operation = all_.rbegin(); operation != all_.rend(); ++operation) {
-            raise(operation->left, highest_[at(operation->out)]);
-            raise(operation->right, highest_[at(operation->out)]);
+    if (high - 1 <= low) return;
+    std::fill(highest_.begin(), highest_.end(), -1);
+    levels_.assign(at(high) + 1, {});
+    for (const Variable& variable : variables_) {
+        highest_[at(variable.slot)] = variable.series.k - 1;
+        levels_[at(variable.series.k - 1)].push_back(variableAt_[at(variable.slot)]);
+    }
+    // From the top down, every slot is lifted at most once.
+    for (int level = high; level > 0; --level) {
+        for (const int index : levels_[at(level)]) {
+            const Variable& variable = variables_[at(index)];
+            if (highest_[at(variable.slot)] == level) raise(variable.source, level - 1);
         }
     }
 }

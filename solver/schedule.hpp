@@ -58,6 +58,8 @@ private:
     std::size_t countWanting() const;
     void markNeeded();
     void spreadHighest();
+    /// Raises the highest term of everything that `slot` is made from, up to variables, which join their level.
+    void raise(int slot, int highest);
     void reserveTerms(int k);
     void keep(int slot, int k);
 
@@ -80,6 +82,11 @@ private:
     std::vector<int> array_;
     std::vector<char> needed_;
     std::vector<int> highest_;
+    // Per slot: the operation that makes it, or the variable that it belongs to; -1 for none.
+    std::vector<int> operationAt_;
+    std::vector<int> variableAt_;
+    std::vector<int> pending_;
+    std::vector<std::vector<int>> levels_;
     std::size_t arrays_ = 0;
     std::size_t stride_ = 40;
     std::vector<real> terms_;
