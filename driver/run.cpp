@@ -73,6 +73,8 @@ void Run::solve() {
     log << "#(INFO) Starting solving\n\n";
     if (settings_.gnuplotRequested) writePlotHead(output_.results(), settings_, settings_, settings_.equations);
     table_.writeHeader();
+    // The first points may take long; whoever ends the run by then still sees what it was about.
+    output_.flush();
     RunClock clock;
     clock.startClock();
     openPeriod();
