@@ -2,9 +2,11 @@
 // Header and rows in both layouts.
 #include "solver/result_table.hpp"
 
+#include <algorithm>
 #include <ostream>
 
 #include "expr/number_text.hpp"
+#include "expr/wide_number.hpp"
 
 ResultTable::ResultTable(std::ostream& out, const Calculus& calculus, const Layout& layout,
                          const NumberSettings& numbers, const EquationTable& equations, const Stiffness& stiffness)
@@ -80,21 +82,31 @@ void ResultTable::writeTableRow() {
         line_ += ' ';
     }
     line_ += ' ';
-    appendScientific(line_, calculus_.time, numbers_.printPrecision);
+    addNumber(calculus_.time, 0);
     for (const Differential& variable : equations_) {
         if (!isColumn(variable)) continue;
         const real value = variable.result();
         line_ += value < 0 ? " " : "  ";
-        const std::size_t start = line_.size();
-        appendScientific(line_, value, numbers_.printPrecision);
-        padLeft(line_, start, numbers_.printWidth);
+        addNumber(value, numbers_.printWidth);
     }
     if (calculus_.useAllTerms) {
         line_ += ' ' + std::to_string(stiffness_.smallestExponent());
         line_ += ' ' + std::to_string(stiffness_.largestExponent());
         line_ += ' ';
-        appendScientific(line_, calculus_.step, numbers_.printPrecision);
+        addNumber(calculus_.step, 0);
     }
+}
+
+void ResultTable::addNumber(real value, int width) {
+    if (std::max(width, numbers_.printPrecision) > widestComposed) {
+        out_.write(line_.data(), static_cast<std::streamsize>(line_.size()));
+        line_.clear();
+        writeWide(out_, value, numbers_.printPrecision, width);
+        return;
+    }
+    const std::size_t start = line_.size();
+    appendScientific(line_, value, numbers_.printPrecision);
+    padLeft(line_, start, width);
 }
 
 void ResultTable::writeMatrixRow() {

@@ -34,6 +34,8 @@ private:
     void writeMatrixHeader();
     void writeTableRow();
     void writeMatrixRow();
+    /// Right-aligned in the line; numbers of enormous size go out piece by piece, with the line so far.
+    void addNumber(real value, int width);
     bool isColumn(const Differential& variable) const;
 
     std::ostream& out_;
