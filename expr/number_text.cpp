@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Formatting through the C library, at any precision.
+// Integer arithmetic where it decides, the C library for the rest.
 #include "expr/number_text.hpp"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+
+#include "expr/decimal.hpp"
 
 namespace {
 
@@ -14,6 +16,11 @@ constexpr int allDigits = 16500;
 }  // namespace
 
 void appendScientific(std::string& text, real x, int precision) {
+    char figures[decimalTextSize];
+    if (const char* end = writeScientific(figures, x, precision)) {
+        text.append(static_cast<const char*>(figures), end);
+        return;
+    }
     const int wanted = precision < 0 ? 6 : precision;
     const int exact = std::min(wanted, allDigits);
     char small[128];
@@ -33,6 +40,10 @@ void appendScientific(std::string& text, real x, int precision) {
 
 void appendGeneral(std::string& text, real x) {
     char small[64];
+    if (const char* end = writeGeneral(small, x)) {
+        text.append(static_cast<const char*>(small), end);
+        return;
+    }
     const int length = std::snprintf(small, sizeof small, "%.6Lg", x);
     text.append(small, static_cast<std::size_t>(length));
 }
