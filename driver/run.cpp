@@ -8,7 +8,6 @@
 #include <new>
 #include <stdexcept>
 
-#include "driver/clock.hpp"
 #include "driver/options.hpp"
 #include "driver/resource_file.hpp"
 #include "driver/signals.hpp"
@@ -68,30 +67,43 @@ bool Run::isFinished() {
     return settings_.time == settings_.tMax;
 }
 
-void Run::solve() {
-    std::ostream& log = output_.log();
-    log << "#(INFO) Starting solving\n\n";
+void Run::begin() {
+    output_.log() << "#(INFO) Starting solving\n\n";
     if (settings_.gnuplotRequested) writePlotHead(output_.results(), settings_, settings_, settings_.equations);
     table_.writeHeader();
     // The first points may take long; whoever ends the run by then still sees what it was about.
     output_.flush();
-    RunClock clock;
-    clock.startClock();
+    clock_.startClock();
     openPeriod();
     control_.clipFirstStep();
-    for (;;) {
-        while (!computePoint()) output_.tick();
-        printPoint();
+}
+
+bool Run::pass() {
+    if (!computePoint()) {
         output_.tick();
-        if (isFinished()) break;
-        stiffness_.test(progress_.recheckStiffness);
-        control_.enlarge();
-        control_.advance(settings_.steadyStop == 0 && !period_);
+        return true;
     }
-    clock.stopClock();
+    printPoint();
+    output_.tick();
+    if (isFinished()) return false;
+    stiffness_.test(progress_.recheckStiffness);
+    control_.enlarge();
+    control_.advance(settings_.steadyStop == 0 && !period_);
+    return true;
+}
+
+void Run::end() {
+    clock_.stopClock();
     table_.writeRow(settings_.printOnlyTmax ? RowFlag::Clear : RowFlag::Set);
-    clock.printTimes(log);
+    clock_.printTimes(output_.log());
     if (settings_.gnuplotRequested) writePlotTail(output_.results(), settings_);
+}
+
+void Run::solve() {
+    begin();
+    while (pass()) {
+    }
+    end();
 }
 
 namespace {

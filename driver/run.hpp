@@ -2,6 +2,7 @@
 // The order of work of one run.
 #pragma once
 
+#include "driver/clock.hpp"
 #include "driver/output.hpp"
 #include "driver/settings.hpp"
 
@@ -13,7 +14,18 @@ class Run {
 public:
     Run(Settings& settings, Output& output, Evaluation evaluation);
 
+    /// The whole run: begin, passes until there is nothing left, end.
     void solve();
+
+    /// What stands before the first row, and the first step.
+    void begin();
+
+    /// One pass over the equations: a point, or one that is rejected and has to be done again with another step. False
+    /// when the run is over. For callers with a limit of their own.
+    bool pass();
+
+    /// The last row and the processor times.
+    void end();
 
 private:
     void openPeriod();
@@ -23,6 +35,7 @@ private:
 
     Settings& settings_;
     Output& output_;
+    RunClock clock_;
     Progress progress_;
     TaylorStep taylor_;
     StepControl control_;
