@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "expr/failure.hpp"
+#include "expr/line.hpp"
 
 namespace {
 
@@ -66,17 +67,14 @@ bool writeAll(int descriptor, const char* bytes, std::size_t count) {
 /// Bytes on their way to one destination, in order, with the descriptor of each run of bytes.
 class Output::Queue {
 public:
-    explicit Queue(bool isTerminal) : isTerminal_(isTerminal) {}
-
     void append(int descriptor, const char* bytes, std::size_t count) {
         busy_ = 1;
         bytes_.append(bytes, count);
         if (runs_.empty() || runs_.back().descriptor != descriptor) runs_.push_back({descriptor, 0});
         runs_.back().end = bytes_.size();
         busy_ = 0;
-        const bool line = count > 0 && bytes[count - 1] == '\n';
+        const bool line = bytes[count - 1] == '\n';
         if (bytes_.size() >= fullQueue && (line || bytes_.size() >= 16 * fullQueue)) flush();
-        if (isTerminal_ && line) flush();
     }
 
     void flushIfDue() {
@@ -114,7 +112,6 @@ private:
         std::size_t end;
     };
 
-    const bool isTerminal_;
     bool lostDiagnostics_ = false;
     volatile std::sig_atomic_t busy_ = 0;
     long flushed_ = now();
@@ -125,37 +122,56 @@ private:
 /// Stream buffer without a buffer of its own: everything goes to the queue.
 class Output::Channel : public std::streambuf {
 public:
-    Channel(Queue& queue, int descriptor) : queue_(queue), descriptor_(descriptor) {}
+    /// When bytes go on to the descriptor without waiting for more.
+    enum class Pass { WhenDue, Lines, Pieces };
+
+    Channel(Queue& queue, int descriptor, Pass pass) : queue_(queue), descriptor_(descriptor), pass_(pass) {}
 
 protected:
     std::streamsize xsputn(const char* bytes, std::streamsize count) override {
-        queue_.append(descriptor_, bytes, static_cast<std::size_t>(count));
+        append(bytes, static_cast<std::size_t>(count));
         return count;
     }
     int_type overflow(int_type character) override {
         if (traits_type::eq_int_type(character, traits_type::eof())) return traits_type::not_eof(character);
         const char byte = traits_type::to_char_type(character);
-        queue_.append(descriptor_, &byte, 1);
+        append(&byte, 1);
         return character;
     }
 
 private:
+    void append(const char* bytes, std::size_t count) {
+        if (count == 0) return;
+        queue_.append(descriptor_, bytes, count);
+        if (pass_ == Pass::Pieces || (pass_ == Pass::Lines && bytes[count - 1] == '\n')) queue_.flush();
+    }
+
     Queue& queue_;
-    int descriptor_;
+    const int descriptor_;
+    const Pass pass_;
 };
 
-Output::Output(int resultsDescriptor, int logDescriptor) {
+Output::Output(int resultsDescriptor, int logDescriptor, Delivery delivery) {
+    using Pass = Channel::Pass;
     const bool together = sameDestination(resultsDescriptor, logDescriptor);
     const bool common = together && shareOnePosition(resultsDescriptor, logDescriptor);
-    queues_[0] = std::make_unique<Queue>(isatty(resultsDescriptor) != 0);
-    if (!together) queues_[1] = std::make_unique<Queue>(isatty(logDescriptor) != 0);
-    channels_[0] = std::make_unique<Channel>(*queues_[0], resultsDescriptor);
-    channels_[1] = std::make_unique<Channel>(*queues_[together ? 0 : 1], common ? resultsDescriptor : logDescriptor);
+    const auto pass = [delivery](int descriptor, Pass immediate) {
+        if (delivery == Delivery::Immediate) return immediate;
+        return isatty(descriptor) != 0 ? Pass::Lines : Pass::WhenDue;
+    };
+    queues_[0] = std::make_unique<Queue>();
+    if (!together) queues_[1] = std::make_unique<Queue>();
+    channels_[0] = std::make_unique<Channel>(*queues_[0], resultsDescriptor, pass(resultsDescriptor, Pass::Lines));
+    channels_[1] = std::make_unique<Channel>(*queues_[together ? 0 : 1], common ? resultsDescriptor : logDescriptor,
+                                             pass(logDescriptor, Pass::Pieces));
     results_ = std::make_unique<std::ostream>(channels_[0].get());
     log_ = std::make_unique<std::ostream>(channels_[1].get());
     // A failing queue must reach the caller and not only set a state.
     results_->exceptions(std::ios::badbit);
     log_->exceptions(std::ios::badbit);
+    if (delivery == Delivery::Collected) return;
+    insertPieceByPiece(*results_);
+    insertPieceByPiece(*log_);
 }
 
 Output::~Output() = default;

@@ -5,6 +5,13 @@
 #include <memory>
 #include <ostream>
 
+/// How bytes are handed on.
+enum class Delivery {
+    Collected,
+    /// As a first program would do it, for comparison: results line by line, diagnostics insertion by insertion.
+    Immediate
+};
+
 /// Both streams of a run.
 ///
 /// Lines collect in memory and go out in large writes: when 64 KiB are full, when a tenth of a second has passed, or at
@@ -12,7 +19,7 @@
 /// they were written; otherwise neither waits for the other.
 class Output {
 public:
-    Output(int resultsDescriptor, int logDescriptor);
+    Output(int resultsDescriptor, int logDescriptor, Delivery delivery = Delivery::Collected);
     ~Output();
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;

@@ -171,7 +171,8 @@ int runGuarded(int argc, char** argv, Output& output, Evaluation evaluation) {
 
 int runProgram(int argc, char** argv, Evaluation evaluation) {
     occupyStandardDescriptors();
-    Output output(STDOUT_FILENO, STDERR_FILENO);
+    const Delivery delivery = evaluation == Evaluation::NodeByNode ? Delivery::Immediate : Delivery::Collected;
+    Output output(STDOUT_FILENO, STDERR_FILENO, delivery);
     setInterruptOutput(&output);
     const int status = runGuarded(argc, argv, output, evaluation);
     setInterruptOutput(nullptr);

@@ -2,30 +2,32 @@
 // The two dumps; algebraic equations have no terms to show.
 #include "solver/dumps.hpp"
 
-#include <ostream>
+#include "expr/line.hpp"
 
 void dumpTerms(std::ostream& out, const EquationTable& equations, real time) {
-    out << "#(DY) Dumping DYs (START) ###############################\n";
-    out << "#(DY) Dumping DYs (TIME)  " << time << '\n';
+    Line line(out);
+    line << "#(DY) Dumping DYs (START) ###############################" << endOfLine;
+    line << "#(DY) Dumping DYs (TIME)  " << time << endOfLine;
     for (const Differential& variable : equations) {
         for (int i = 0; i <= variable.highestTerm(); ++i) {
-            out << "#(DY) DY_" << variable.name() << '[' << i << "](" << variable.termStamp()
-                << ") = " << variable.term(i) << '\n';
+            line << "#(DY) DY_" << variable.name() << '[' << i << "](" << variable.termStamp()
+                 << ") = " << variable.term(i) << endOfLine;
         }
     }
-    out << "#(DY) Dumping DYs (END)   ###############################\n";
+    line << "#(DY) Dumping DYs (END)   ###############################" << endOfLine;
 }
 
 void dumpDerivatives(std::ostream& out, const EquationTable& equations, const Calculus& calculus, real time) {
-    out << "#(DER) Dumping Derivatives (START) ###############################\n";
-    out << "#(DER) Dumping Derivatives (TIME)  " << time << '\n';
+    Line line(out);
+    line << "#(DER) Dumping Derivatives (START) ###############################" << endOfLine;
+    line << "#(DER) Dumping Derivatives (TIME)  " << time << endOfLine;
     for (const Differential& variable : equations) {
         real factor = 1;
         for (int i = 1; i <= variable.highestTerm(); ++i) {
             factor = factor * static_cast<real>(i) / calculus.step;
-            out << "#(DER) d" << variable.name() << "^[" << i << "](" << variable.termStamp()
-                << ") = " << factor * variable.term(i) << '\n';
+            line << "#(DER) d" << variable.name() << "^[" << i << "](" << variable.termStamp()
+                 << ") = " << factor * variable.term(i) << endOfLine;
         }
     }
-    out << "#(DER) Dumping Derivatives (END) ###############################\n";
+    line << "#(DER) Dumping Derivatives (END) ###############################" << endOfLine;
 }

@@ -3,10 +3,9 @@
 #pragma once
 
 #include <iosfwd>
-#include <string>
-#include <vector>
 
 #include "expr/calculus.hpp"
+#include "expr/line.hpp"
 #include "lang/equation_table.hpp"
 #include "lang/layout.hpp"
 #include "solver/stiffness.hpp"
@@ -20,7 +19,7 @@ struct NumberSettings {
 /// Whether a row belongs to the run or is the extra one after it; which of them shows depends on the layout.
 enum class RowFlag { Clear, Set };
 
-/// Writes the header and the rows; lines are composed in memory and written whole.
+/// Writes the header and the rows.
 class ResultTable {
 public:
     ResultTable(std::ostream& out, const Calculus& calculus, const Layout& layout, const NumberSettings& numbers,
@@ -34,15 +33,12 @@ private:
     void writeMatrixHeader();
     void writeTableRow();
     void writeMatrixRow();
-    /// Right-aligned in the line; numbers of enormous size go out piece by piece, with the line so far.
-    void addNumber(real value, int width);
     bool isColumn(const Differential& variable) const;
 
-    std::ostream& out_;
+    Line line_;
     const Calculus& calculus_;
     const Layout& layout_;
     const NumberSettings& numbers_;
     const EquationTable& equations_;
     const Stiffness& stiffness_;
-    std::string line_;
 };

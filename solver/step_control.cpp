@@ -3,7 +3,6 @@
 #include "solver/step_control.hpp"
 
 #include <cmath>
-#include <ostream>
 #include <sstream>
 
 #include "expr/failure.hpp"
@@ -26,7 +25,7 @@ StepControl::StepControl(Calculus& calculus, StepSettings& settings, TaylorStep&
       settings_(settings),
       taylor_(taylor),
       progress_(progress),
-      log_(log),
+      line_(log),
       resting_(equations),
       decrease_(realFromText("2.0")),
       increase_(realFromText("1.2")) {}
@@ -48,8 +47,8 @@ bool StepControl::rejectPoint() {
     if (sameValue(half, calculus_.step)) failStuck(progress_.previousTime, calculus_.step, culprit);
     taylor_.repeat();
     calculus_.changeStep(half);
-    log_ << "#(COMP) Max ORDER reached! Changing step to " << calculus_.step << "\tTime= " << progress_.previousTime
-         << '\n';
+    line_ << "#(COMP) Max ORDER reached! Changing step to " << calculus_.step << "\tTime= " << progress_.previousTime
+          << endOfLine;
     progress_.recheckStiffness = true;
     calculus_.time = progress_.previousTime + calculus_.step;
     return true;
@@ -59,7 +58,7 @@ void StepControl::enlarge() {
     if (progress_.firstPoint || calculus_.orderUsed > calculus_.maxOrder / 12) return;
     if (!settings_.fixedStep) {
         calculus_.changeStep(calculus_.step * increase_);
-        log_ << "#(COMP) Step increased to " << calculus_.step << "\tTime= " << progress_.previousTime << '\n';
+        line_ << "#(COMP) Step increased to " << calculus_.step << "\tTime= " << progress_.previousTime << endOfLine;
     }
     progress_.recheckStiffness = true;
 }

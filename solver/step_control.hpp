@@ -4,6 +4,7 @@
 
 #include <iosfwd>
 
+#include "expr/line.hpp"
 #include "solver/resting.hpp"
 #include "solver/taylor_step.hpp"
 
@@ -47,7 +48,7 @@ private:
     StepSettings& settings_;
     TaylorStep& taylor_;
     Progress& progress_;
-    std::ostream& log_;
+    Line line_;
     RestingVariables resting_;
     const real decrease_;
     const real increase_;

@@ -4,7 +4,7 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <ostream>
+#include <limits>
 
 namespace {
 
@@ -18,8 +18,9 @@ int binaryExponent(real x) {
 }  // namespace
 
 void Stiffness::findExtremes() {
-    smallest_ = {realFromText("1e1000"), "", 0};
-    largest_ = {realFromText("-1e1000"), "", 0};
+    constexpr real huge = std::numeric_limits<real>::infinity();
+    smallest_ = {huge, "", 0};
+    largest_ = {-huge, "", 0};
     for (const Differential& variable : equations_) {
         int order = -1;
         real term = 0;
@@ -40,9 +41,9 @@ void Stiffness::test(bool& recheck) {
     const int difference = std::abs(largest_.exponent - smallest_.exponent);
     stiff_ = difference > settings_.stiffExpDiff;
     if (stiff_) {
-        log_ << "#(COMP) System is STIFF!\n";
+        line_ << "#(COMP) System is STIFF!" << endOfLine;
         recheck = false;
     }
-    log_ << "#(TST) Max(" << largest_.name << ")=" << largest_.exponent << "  Min(" << smallest_.name
-         << ")=" << smallest_.exponent << "  Diff=" << difference << '\n';
+    line_ << "#(TST) Max(" << largest_.name << ")=" << largest_.exponent << "  Min(" << smallest_.name
+          << ")=" << smallest_.exponent << "  Diff=" << difference << endOfLine;
 }

@@ -3,8 +3,9 @@
 #pragma once
 
 #include <iosfwd>
-#include <string>
+#include <string_view>
 
+#include "expr/line.hpp"
 #include "lang/equation_table.hpp"
 
 /// What the test reads.
@@ -17,7 +18,7 @@ struct StiffnessSettings {
 class Stiffness {
 public:
     Stiffness(const StiffnessSettings& settings, const EquationTable& equations, std::ostream& log)
-        : settings_(settings), equations_(equations), log_(log) {}
+        : settings_(settings), equations_(equations), line_(log) {}
 
     /// Tests unless the system is known to be stiff; clears `recheck` when it is found to be.
     void test(bool& recheck);
@@ -29,7 +30,7 @@ public:
 private:
     struct Extreme {
         real magnitude = 0;
-        std::string name;
+        std::string_view name;
         int exponent = 0;
     };
 
@@ -37,7 +38,7 @@ private:
 
     const StiffnessSettings& settings_;
     const EquationTable& equations_;
-    std::ostream& log_;
+    Line line_;
     bool stiff_ = false;
     Extreme smallest_;
     Extreme largest_;

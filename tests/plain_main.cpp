@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The program with every series summed by the nodes themselves: the reference that the schedule is compared with.
+// The program done the plain way, as the reference for the fast one: every series summed by the nodes themselves, every
+// number formatted by an output stream, diagnostics written insertion by insertion.
 #include "driver/run.hpp"
 
 int main(int argc, char** argv) { return runProgram(argc, argv, Evaluation::NodeByNode); }
