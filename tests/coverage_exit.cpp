@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Keeps the counters of processes that end by `_exit`, as the interrupt menu and its tests do; only in coverage builds.
-#include <gcov.h>
-#include <unistd.h>
-
 extern "C" {
+#include <gcov.h>
 
 // NOLINTBEGIN(bugprone-reserved-identifier): names that the linker prescribes.
 [[noreturn]] void __real__exit(int status);

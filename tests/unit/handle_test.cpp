@@ -273,6 +273,30 @@ TEST_F(ForbiddenOperations, OfLeavesHaveThreeMarks) {
               (Ending{"#(ERR) virtual void Algebraic::GetDY(int, real&) called!!!\n", 1}));
 }
 
+TEST_F(ForbiddenOperations, OfTheEmptyNodeHaveOneMark) {
+    const Ref nothing;
+    real out = 0;
+    EXPECT_EQ(termEnding(nothing), (Ending{"#(ERR) virtual void NothingExpr::GetDY(int, real&) called!\n", 1}));
+    EXPECT_EQ(endingOf([&] { nothing->Result(out, true); }),
+              (Ending{"#(ERR) virtual void NothingExpr::Result(real&, bool) called!\n", 1}));
+    EXPECT_EQ(endingOf([&] { nothing->InitValue(out); }),
+              (Ending{"#(ERR) virtual void NothingExpr::InitValue(real&) called!\n", 1}));
+}
+
+TEST_F(Handles, OfTheEmptyNodeExpandAndDeriveToItself) {
+    const Ref nothing;
+    EXPECT_EQ(nothing->Converted(), nothing);
+    EXPECT_EQ(nothing->Derivative(), nothing);
+    EXPECT_EQ(printed(nothing), "[NULL]");
+}
+
+TEST_F(ForbiddenOperations, OfFunctionsWithoutAnEquationAreErrors) {
+    const Ref function(ExprType::Cos, differential("x"));
+    EXPECT_EQ(endingOf([&] { function->Derivative(); }),
+              (Ending{"#(ERR) No derivative of cos before it is expanded\n", 1}));
+    EXPECT_EQ(endingOf([&] { function->Converted(); }), (Ending{"#(ERR) A function outside of an equation\n", 1}));
+}
+
 TEST_F(Handles, ShowAsTheReferenceCountOfTheirNode) {
     const Expr::Ref one(new Number(7));
     const Expr::Ref two = one;

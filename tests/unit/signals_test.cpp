@@ -77,6 +77,19 @@ TEST(InterruptMenu, ContinuesAfterCWithoutFurtherOutput) {
     EXPECT_EQ(ended.status, 7);
 }
 
+TEST(InterruptMenu, ShowsBehindTheLinesThatWait) {
+    const Ended ended = inChild("e", [] {
+        Output output(STDOUT_FILENO, STDERR_FILENO);
+        setInterruptOutput(&output);
+        output.results() << "a row\n";
+        output.log() << "a line\n";
+        raiseTerminate();
+    });
+    EXPECT_EQ(ended.out, "a row\n");
+    EXPECT_EQ(ended.err, "a line\n" + menu);
+    EXPECT_EQ(ended.status, 255);
+}
+
 TEST(InterruptMenu, SkipsBlanksBeforeTheAnswer) { EXPECT_EQ(inChild(" \n\tC", raiseTerminate).status, 7); }
 
 TEST(InterruptMenu, ShowsTheSameTextForAnInterrupt) {
