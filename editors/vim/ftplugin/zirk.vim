@@ -1,0 +1,8 @@
+" SPDX-License-Identifier: MIT
+if exists('b:did_ftplugin')
+  finish
+endif
+let b:did_ftplugin = 1
+
+setlocal commentstring=//\ %s comments=://,sr:/*,mb:*,ex:*/
+let b:undo_ftplugin = 'setlocal commentstring< comments<'
