@@ -19,6 +19,9 @@ file(READ ${doc}/README.md readme)
 string(REPLACE "](LICENSE)" "](copyright)" readme "${readme}")
 file(WRITE ${doc}/README.md "${readme}")
 file(COPY_FILE ${doc}/CHANGELOG.md ${doc}/changelog)
+file(MAKE_DIRECTORY ${share}/lintian/overrides)
+file(COPY_FILE ${CPACK_ZIRK_PACKAGING_DIR}/lintian-overrides ${share}/lintian/overrides/zirk)
+run(strip --remove-section=.comment --remove-section=.note ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/usr/bin/zirk)
 
 # Without name and time, so that the same sources make the same bytes.
 file(GLOB pages ${share}/man/man*/*.[1-9])
