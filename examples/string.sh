@@ -21,9 +21,9 @@ mapfile -t start < <(awk -v cells="$cells" 'BEGIN {
 cat <<END
 // The A string of a guitar, plucked by a thumb at a fifth of its length: the wave equation, cut into $cells cells.
 //
-// Deflections are in millimetres at $points points, time is in seconds, the tone is 110 hertz. The string starts at rest,
-// as a triangle of height 3 whose corner is rounded by the thumb: ten harmonics, of which the fifth and the tenth are
-// missing because of the place. Every point is drawn to the mean of its neighbours, with (2*110*$cells)^2 per second
+// Deflections are in millimetres at $points points, time is in seconds, the tone is 110 hertz. The string starts at
+// rest, as a triangle of height 3 whose corner is rounded by the thumb: ten harmonics, of which the fifth and the tenth
+// are missing because of the place. Every point is drawn to the mean of its neighbours, with (2*110*$cells)^2 per second
 // squared. $points equations of the second order are $((2 * points)) of the first; the velocities are not printed.
 // Sources: J. le R. d'Alembert, Recherches sur la courbe que forme une corde tendue, Hist. Acad. Berlin 3 (1747)
 // 214-219; H. von Helmholtz, Die Lehre von den Tonempfindungen (1863), part 1, chapter 5.

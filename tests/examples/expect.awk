@@ -5,8 +5,8 @@
 #   rows               the number of rows; last is the same number, to be read as the last row
 #   near(what, got, wanted, tolerance)   |got - wanted| <= tolerance, or the check fails
 #   holds(what, condition)               the condition is true, or the check fails
-#   at(t, x, rate)     value of x at time t, between rows by the cubic through both values and both rates; rate names the
-#                      column that is the time derivative of x
+#   at(t, x, rate)     value of x at time t, between rows by the cubic through both values and both rates;
+#                      rate is the column that holds the time derivative of x
 #   rise(k, x, rate, level)   time at which x rises through the level for the k-th time, likewise; -1 when it does not
 #   largest(x), smallest(x)   over all rows
 #

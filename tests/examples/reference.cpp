@@ -41,8 +41,8 @@ State step(const Rates& f, Real t, const State& y, Real H) {
             const Real ratio = Real(row + 1) / Real(row + 1 - column);
             State better(n);
             for (std::size_t i = 0; i < n; ++i) {
-                better[i] = current[column - 1][i] +
-                            (current[column - 1][i] - previous[column - 1][i]) / (ratio * ratio - 1);
+                better[i] =
+                    current[column - 1][i] + (current[column - 1][i] - previous[column - 1][i]) / (ratio * ratio - 1);
             }
             current.push_back(better);
         }
@@ -97,6 +97,33 @@ void showPeriod(const char* name, const Rates& f, State y, int i, Real H, Real o
     show(name, line);
 }
 
+/// The closed orbit through (0, y, z), by Newton's method on the return to x = 0 with differences as derivatives.
+void showCycle(const char* name, const Rates& f, Real y, Real z) {
+    Real period = 0;
+    const auto comeBack = [&](Real fromY, Real fromZ) {
+        State s{0, fromY, fromZ};
+        period = nextRise(f, s, 0, 0.05Q);  // x starts falling, so the second passage is the other way
+        s[0] = -s[0];
+        const Rates mirrored = [&f](Real t, const State& u, State& r) {
+            f(t, {-u[0], u[1], u[2]}, r);
+            r[0] = -r[0];
+        };
+        period += nextRise(mirrored, s, 0, 0.05Q);
+        return s;
+    };
+    for (int round = 0; round < 5; ++round) {
+        const Real d = 1e-15Q;
+        const State here = comeBack(y, z), alongY = comeBack(y + d, z), alongZ = comeBack(y, z + d);
+        const Real a = (alongY[1] - here[1]) / d - 1, b = (alongZ[1] - here[1]) / d;
+        const Real c = (alongY[2] - here[2]) / d, e = (alongZ[2] - here[2]) / d - 1;
+        const Real p = y - here[1], q = z - here[2];
+        y += (e * p - b * q) / (a * e - b * c);
+        z += (a * q - c * p) / (a * e - b * c);
+    }
+    comeBack(y, z);
+    show(name, {period, y, z});
+}
+
 const Rates lorenz = [](Real, const State& y, State& r) {
     r = {10 * (y[1] - y[0]), y[0] * (28 - y[2]) - y[1], y[0] * y[1] - Real(8) / 3 * y[2]};
 };
@@ -139,7 +166,7 @@ const Rates axon = [](Real, const State& y, State& r) {
 
 int main() {
     show("lorenz at 20: x y z", integrate(lorenz, {0, 1, 0}, 0, 20, 0.05Q));
-    showPeriod("roessler: period of the cycle, x y z", roessler, {0, 6.09176831742Q, 1.29973195919Q}, 0, 0.05Q, 0, 2);
+    showCycle("roessler: period of the shortest cycle, y z where x = 0", roessler, 6.09176831742Q, 1.29973195919Q);
     {
         State y{2, 1};
         Real whole = nextRise(lotkaVolterra, y, 1, 0.05Q, 1);
@@ -153,7 +180,7 @@ int main() {
     show("duffing at 40: x v", integrate(duffing, {1, 0}, 0, 40, 0.05Q));
     show("henon-heiles at 50: x y vx vy",
          integrate(henonHeiles, {0, 0.1Q, sqrtq(0.25Q - 0.01Q + 2 / 3000.0Q), 0}, 0, 50, 0.1Q));
-    show("double-pendulum at 15: a b va vb", integrate(doublePendulum, {M_PI_2q, M_PI_2q, 0, 0}, 0, 15, 0.02Q));
+    show("double-pendulum at 15: a b va vb", integrate(doublePendulum, {2, 1, 0, 0}, 0, 15, 0.02Q));
     {
         const Real m = 2.5Q / expm1q(2.5Q), h = 1 / (expq(3) + 1), n = 0.1Q / expm1q(1);
         const State rest{0, m / (m + 4), 0.07Q / (0.07Q + h), n / (n + 0.125Q)};
