@@ -2,6 +2,7 @@
 // Queues of bytes and the stream buffers in front of them.
 #include "driver/output.hpp"
 
+#include <poll.h>
 #include <sys/stat.h>
 #include <time.h>
 #include <unistd.h>
@@ -48,12 +49,19 @@ bool shareOnePosition(int a, int b) {
     return moved;
 }
 
+/// For descriptors that somebody made non-blocking.
+bool waitUntilWritable(int descriptor) {
+    pollfd request{descriptor, POLLOUT, 0};
+    return poll(&request, 1, -1) >= 0 || errno == EINTR;
+}
+
 /// Writes all bytes; false with errno set when the descriptor does not take them.
 bool writeAll(int descriptor, const char* bytes, std::size_t count) {
     while (count > 0) {
         const ssize_t written = write(descriptor, bytes, count);
         if (written < 0) {
             if (errno == EINTR) continue;
+            if (errno == EAGAIN && waitUntilWritable(descriptor)) continue;
             return false;
         }
         bytes += written;

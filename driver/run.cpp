@@ -5,9 +5,11 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <new>
 #include <stdexcept>
 
+#include "driver/memory_bound.hpp"
 #include "driver/options.hpp"
 #include "driver/resource_file.hpp"
 #include "driver/signals.hpp"
@@ -143,6 +145,8 @@ int runSteps(int argc, char** argv, Output& output, Evaluation evaluation) {
 /// Results first, then the message.
 int fail(Output& output, const std::string& message, int status) {
     output.flushQuietly();
+    // Whatever ended the run may have come out of this stream and left it closed to writing.
+    output.log().clear();
     try {
         output.log() << message;
     } catch (const Failure&) {
@@ -170,6 +174,9 @@ int runGuarded(int argc, char** argv, Output& output, Evaluation evaluation) {
 }  // namespace
 
 int runProgram(int argc, char** argv, Evaluation evaluation) {
+    boundMemory();
+    // A file that must not grow further is a write error like any other.
+    std::signal(SIGXFSZ, SIG_IGN);
     occupyStandardDescriptors();
     const Delivery delivery = evaluation == Evaluation::NodeByNode ? Delivery::Immediate : Delivery::Collected;
     Output output(STDOUT_FILENO, STDERR_FILENO, delivery);

@@ -74,6 +74,8 @@ void Expansion::prepareEquation(Differential& variable) {
     if (statement != system_.initialValues.end()) variable.setInitialValue(statement->second);
 }
 
+void Expansion::require(ExprType function) const { recipeOf(function); }
+
 Expr::Ref Expansion::expand(UnOp& function) {
     const Recipe& recipe = recipeOf(function.type());
     real u0 = 0;

@@ -25,6 +25,7 @@ public:
     /// Failure for undefined names, for functions without an expansion and for algebraic loops inside functions.
     void prepare();
 
+    void require(ExprType function) const override;
     Expr::Ref expand(UnOp& function) override;
 
 private:

@@ -36,7 +36,6 @@ void StepTable::rebuild(real step, int size) {
 }
 
 void StepTable::extend(int last) {
-    factors_.reserve(static_cast<std::size_t>(last) + 1);
     for (auto i = static_cast<int>(factors_.size()); i <= last; ++i) factors_.push_back(step_ / static_cast<real>(i));
 }
 

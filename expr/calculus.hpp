@@ -15,6 +15,9 @@ class FunctionExpander {
 public:
     virtual ~FunctionExpander() = default;
 
+    /// Failure for a function that cannot be expanded.
+    virtual void require(ExprType function) const = 0;
+
     /// The variable that stands for f(u); `function` holds its expanded operand already.
     virtual Expr::Ref expand(UnOp& function) = 0;
 };

@@ -210,6 +210,7 @@ Expr::Ref Expr::Converted() {
         int pending;
     };
     const auto frameOf = [](Expr* node) {
+        node->requireExpansion();
         int operands = 0;
         while (node->operand(operands) != nullptr) ++operands;
         return Frame{node, operands};

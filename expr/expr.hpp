@@ -116,6 +116,9 @@ public:
     /// Value at the initial point, computed afresh.
     virtual void InitValue(real& out) = 0;
 
+    /// Failure for a function that has no expanded form; asked before its operands are looked at.
+    virtual void requireExpansion() const {}
+
     /// The expanded form of this node alone, from the expanded operands given right one first.
     virtual Ref ConvertExpr(const std::vector<Ref>& expanded) = 0;
 

@@ -20,11 +20,15 @@ void Function::MakeDerivative() {
     throw Failure(std::string("#(ERR) No derivative of ") + functionName(type_) + " before it is expanded\n", 1);
 }
 
-Expr::Ref Function::ConvertExpr(const std::vector<Ref>& expanded) {
-    operand_ = expanded[0];
+void Function::requireExpansion() const {
     FunctionExpander* expander = Calculus::current().expander;
     if (expander == nullptr) throw Failure("#(ERR) A function outside of an equation\n", 1);
-    return expander->expand(*this);
+    expander->require(type_);
+}
+
+Expr::Ref Function::ConvertExpr(const std::vector<Ref>& expanded) {
+    operand_ = expanded[0];
+    return Calculus::current().expander->expand(*this);
 }
 
 void Function::printPart(std::ostream& out, int i) const {

@@ -9,6 +9,7 @@ class Function : public UnOp {
 public:
     void InitValue(real& out) override;
     void MakeDerivative() override;
+    void requireExpansion() const override;
     Ref ConvertExpr(const std::vector<Ref>& expanded) override;
     void printPart(std::ostream& out, int i) const override;
 
@@ -58,5 +59,6 @@ public:
     void Result(real& out, bool flag) override;
     void MakeDerivative() override;
     Expr* derivativeSource(int) const override { return nullptr; }
+    void requireExpansion() const override {}
     Ref ConvertExpr(const std::vector<Ref>& expanded) override;
 };

@@ -28,9 +28,13 @@ public:
     int steadyCount() const { return steadyCount_; }
 
 private:
+    /// std::bad_alloc when the terms that every series needs at least do not fit into memory.
+    void claimTerms();
+
     Calculus& calculus_;
     const EquationTable& equations_;
     const Evaluation evaluation_;
     Schedule schedule_;
+    bool termsClaimed_ = false;
     int steadyCount_ = 0;
 };
