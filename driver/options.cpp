@@ -20,7 +20,7 @@ constexpr const char* optionString = "3:A:a:d:D:f:F:g:G:i:N:o:O:p:P:r:R:s:S:t:T:
 /// Text before the first ":", which is removed with it; without a ":" all of the text.
 std::string takePart(std::string& text) {
     const std::size_t colon = text.find(':');
-    const std::string part = text.substr(0, colon);
+    std::string part = text.substr(0, colon);
     text = colon == std::string::npos ? "" : text.substr(colon + 1);
     return part;
 }

@@ -4,12 +4,12 @@
 
 #include <poll.h>
 #include <sys/stat.h>
-#include <time.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <ctime>
 #include <streambuf>
 #include <string>
 #include <vector>

@@ -13,6 +13,7 @@
 #include "driver/run.hpp"
 #include "expand/expansion.hpp"
 #include "expr/failure.hpp"
+#include "expr/line.hpp"
 #include "lang/compiler.hpp"
 
 void require(bool holds, const std::string& property) {
@@ -138,6 +139,10 @@ Course courseOf(const std::function<void(Settings&, Output&)>& configure, const 
     Course course;
     const MemoryFile file;
     Output output(file.descriptor(), file.descriptor());
+    if (evaluation == Evaluation::NodeByNode) {
+        insertPieceByPiece(output.results());
+        insertPieceByPiece(output.log());
+    }
     try {
         Settings settings;
         const Calculus::Scope scope(settings);

@@ -17,7 +17,7 @@ void applyWords(const std::string& line, Settings& settings, Output& output) {
     std::istringstream words(line);
     for (std::string option, value; words >> option >> value;) {
         if (option.size() != 2 || option[0] != '-') continue;
-        if (std::strchr("3AaDFgGiLNoOPrRsStTUxXzf", option[1]) == nullptr) continue;
+        if (std::strchr("3AaDfFgGiLNoOpPrRsStTUwxXz", option[1]) == nullptr) continue;
         applyOption(option[1], value.c_str(), settings, output, unused);
     }
 }
