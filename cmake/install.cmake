@@ -17,4 +17,5 @@ install(FILES editors/zirk.sublime-syntax DESTINATION ${CMAKE_INSTALL_DATADIR}/z
 
 # The same neighbours as in the source tree, so that links between documents hold.
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md SECURITY.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
+# Scripts stay executable.
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} USE_SOURCE_PERMISSIONS)
