@@ -24,8 +24,8 @@ cat <<END
 //
 // Written by examples/heat-rod.sh, which takes another number of points as its argument.
 // Run:   zirk -s 1 -a 1e-14 -t 600 -F 60 -O 0 -P $selection examples/heat-rod.zirk
-// Look:  Where the flame was, the temperature halves in the first minute. The middle is warmest after 2 to 3 minutes,
-//        at 21.8; the last of the three points, which started at 0, still warms up after ten.
+// Look:  Where the flame was, the temperature halves in the first minute. The middle is warmest after 152 seconds,
+//        at 21.70; the last of the three points, which started at 0, still warms up after ten.
 
 END
 for ((i = 1; i <= points; i++)); do

@@ -14,10 +14,12 @@ function check(    row, m, n, i, k) {
     near("third spike", rise(3, "v", "v'", 50) - rise(2, "v", "v'", 50), 14.648376321443110, 1e-4)
     near("fourth spike", rise(4, "v", "v'", 50) - rise(3, "v", "v'", 50), 14.637109627224849, 1e-4)
 
-    # Resting values: table on page 519 or so of the source gives n = 0.318, m = 0.0529, h = 0.596.
-    near("n at rest", value[1, "n"], 0.318, 5e-4)
-    near("m at rest", value[1, "m"], 0.0529, 5e-5)
-    near("h at rest", value[1, "h"], 0.596, 5e-4)
+    near("first spike as the comment says", largest("v"), 105, 0.5)
+
+    # Resting values, closed form: rate up over the sum of both rates at v = 0.
+    near("n at rest", value[1, "n"], 0.1/(exp(1) - 1)/(0.1/(exp(1) - 1) + 0.125), 1e-14)
+    near("m at rest", value[1, "m"], 2.5/(exp(2.5) - 1)/(2.5/(exp(2.5) - 1) + 4), 1e-14)
+    near("h at rest", value[1, "h"], 0.07/(0.07 + 1/(exp(3) + 1)), 1e-14)
 }
 
 function current(row,    v) {
