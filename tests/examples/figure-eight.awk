@@ -2,7 +2,7 @@
 # Period 6.32591398: C. Simo, in Chenciner and Montgomery, Ann. of Math. 152 (2000) 881-901. The start has eight digits.
 # Options: -F 0 -P '' -p 17 -w 25
 
-function check(    row, third, next1, i, d) {
+function check(    row, third, i, d) {
     third = 6.32591398/3
     for (i = 1; i <= 3; ++i) {
         near("x" i " after one period", value[last, "x" i], value[1, "x" i], 1e-7)
