@@ -59,11 +59,11 @@ State integrate(const Rates& f, State y, Real t0, Real t1, Real H) {
     return y;
 }
 
-/// Time of the next rising zero of component i, starting beyond t0 + H; y becomes the state there.
-Real nextRise(const Rates& f, State& y, int i, Real H, Real offset = 0) {
+/// Time until component i next rises through the level, a crossing in the first step left out; y becomes the state there.
+Real nextRise(const Rates& f, State& y, int i, Real H, Real level = 0) {
     Real t = 0;
     State ahead = step(f, t, y, H);
-    while (t == 0 || !(y[i] < offset && ahead[i] >= offset)) {
+    while (t == 0 || !(y[i] < level && ahead[i] >= level)) {
         y = ahead;
         t += H;
         ahead = step(f, t, y, H);
@@ -71,7 +71,7 @@ Real nextRise(const Rates& f, State& y, int i, Real H, Real offset = 0) {
     State rates(y.size());
     for (int round = 0; round < 8; ++round) {
         f(t, y, rates);
-        const Real correction = (offset - y[i]) / rates[i];
+        const Real correction = (level - y[i]) / rates[i];
         y = step(f, t, y, correction);
         t += correction;
     }
@@ -88,10 +88,10 @@ void show(const char* name, const State& y) {
     std::printf("\n");
 }
 
-/// A section through a closed orbit: the second return, so that a start off the cycle has come to it.
-void showPeriod(const char* name, const Rates& f, State y, int i, Real H, Real offset, int returns) {
+/// Period and section of a cycle, after so many returns that a start off the cycle has come to it.
+void showPeriod(const char* name, const Rates& f, State y, int i, Real H, Real level, int returns) {
     Real period = 0;
-    for (int k = 0; k < returns; ++k) period = nextRise(f, y, i, H, offset);
+    for (int k = 0; k < returns; ++k) period = nextRise(f, y, i, H, level);
     State line = y;
     line.insert(line.begin(), period);
     show(name, line);
