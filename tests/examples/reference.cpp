@@ -59,7 +59,7 @@ State integrate(const Rates& f, State y, Real t0, Real t1, Real H) {
     return y;
 }
 
-/// Time until component i next rises through the level, a crossing in the first step left out; y becomes the state there.
+/// Time until component i rises through the level, not counting the first step; y becomes the state there.
 Real nextRise(const Rates& f, State& y, int i, Real H, Real level = 0) {
     Real t = 0;
     State ahead = step(f, t, y, H);
