@@ -11,7 +11,6 @@ solution as a table, or as a script that draws it with gnuplot.
 .
 It uses Taylor series of whatever order a point asks for, with steps of
 variable size, in the 80-bit extended precision of x86 processors.")
-set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
 
@@ -27,7 +26,7 @@ set(CPACK_DEBIAN_PACKAGE_SUGGESTS gnuplot)
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/finish.cmake)
 set(CPACK_ZIRK_PACKAGING_DIR ${PROJECT_SOURCE_DIR}/packaging)
 
-# scripts/tarball makes the source archive, from the files under version control.
+# The target package_source packs the whole folder; scripts/tarball packs the files under version control.
 set(CPACK_SOURCE_GENERATOR TGZ)
 set(CPACK_SOURCE_IGNORE_FILES "/\\.git/;/build[^/]*/;/BUILD/;~$;\\.swp$")
 include(CPack)
