@@ -163,7 +163,11 @@ public:
 
     /// Index of the highest term computed in this step; -1 when there is none.
     int highestTerm() const { return highest_; }
-    real term(int k) const { return foreignTerms_ != nullptr ? foreignTerms_[k] : terms_[static_cast<std::size_t>(k)]; }
+    /// Term k, once DY has computed it in this step.
+    real term(int k) const {
+        const auto index = static_cast<std::size_t>(k);
+        return foreignTerms_ != nullptr ? foreignTerms_[index * foreignStride_] : terms_[index];
+    }
 
 protected:
     explicit Expr(ExprType type);
@@ -183,8 +187,9 @@ protected:
     real start_ = 0;
     real result_ = 0;
     Ref derivative_;
-    /// Terms of this step where somebody else computed them; null otherwise.
+    /// Terms of this step where somebody else computed them, and how far they are apart; null otherwise.
     const real* foreignTerms_ = nullptr;
+    std::size_t foreignStride_ = 0;
 
 private:
     friend struct ValueTask;

@@ -107,11 +107,12 @@ void Differential::takeSum(const SeriesSum& series) {
     result_ = series.sum;
 }
 
-void Differential::adopt(const SeriesSum& series, const real* terms, int highest) {
+void Differential::adopt(const SeriesSum& series, int highest, const real* terms, std::size_t stride) {
     takeSum(series);
     resultStamp_ = Calculus::current().stepStamp;
     highest_ = highest;
     foreignTerms_ = terms;
+    foreignStride_ = stride;
     noteSteadiness();
 }
 

@@ -64,7 +64,7 @@ public:
     virtual void TreeDump(std::ostream& out) const;
 
     /// Index of the last term but one computed, and that term when the index is 0 or more.
-    virtual void LastTerm(int& order, real& term) const;
+    virtual void LastTerm(int& order, real& last) const;
 
     const std::string& name() const { return name_; }
     const Ref& rightHandSide() const { return rightHandSide_; }
@@ -81,8 +81,9 @@ public:
     int ownOrder() const { return ownOrder_; }
     bool onlyZeroTerms() const { return onlyZeroTerms_; }
 
-    /// Takes a sum that was made elsewhere from the same terms; `terms` must live until the next step begins.
-    void adopt(const SeriesSum& series, const real* terms, int highest);
+    /// Takes a sum that was made elsewhere. Its terms 0 to `highest` are `stride` numbers apart and must live until the
+    /// next step begins.
+    void adopt(const SeriesSum& series, int highest, const real* terms, std::size_t stride);
 
     /// Breaks cycles of handles before a table of equations goes.
     void detach();
@@ -116,5 +117,5 @@ public:
     Expr* termSource(int) const override { return nullptr; }
     void printPart(std::ostream& out, int i) const override;
     void TreeDump(std::ostream& out) const override;
-    void LastTerm(int& order, real& term) const override;
+    void LastTerm(int& order, real& last) const override;
 };

@@ -89,7 +89,8 @@ struct Limits {
     bool simplify;
 };
 
-/// Every variable at each of ten points, one of them repeated with half the step; empty when the system is no good.
+/// Every variable at each of fourteen points, one of them repeated with half the step; empty when the system is no
+/// good.
 std::vector<Shown> solved(const std::string& text, const Limits& limits, Evaluation evaluation) {
     Settings settings;
     const Calculus::Scope scope(settings);
@@ -110,7 +111,7 @@ std::vector<Shown> solved(const std::string& text, const Limits& limits, Evaluat
         return shown;
     }
     TaylorStep step(settings, settings.equations, evaluation);
-    for (int point = 0; point < 10; ++point) {
+    for (int point = 0; point < 14; ++point) {
         step.evaluate();
         for (const Differential& variable : settings.equations) {
             Shown now{variable.name(), {variable.startValue(), variable.result()}, {}};
@@ -124,7 +125,7 @@ std::vector<Shown> solved(const std::string& text, const Limits& limits, Evaluat
                           settings.orderUsed,   step.steadyCount(),       last};
             shown.push_back(now);
         }
-        if (point == 4) {
+        if (point == 8) {
             step.repeat();
             settings.changeStep(settings.step / 2);
         } else {

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+// The loop over instructions: the order of additions and multiplications inside each term is that of the nodes.
+#include "solver/order_run.hpp"
+
+namespace {
+
+/// Infinite or not a number, told by the exponent alone.
+bool isWild(const real& x) {
+    std::uint16_t signAndExponent = 0;
+    std::memcpy(&signAndExponent, reinterpret_cast<const char*>(&x) + 8, sizeof signAndExponent);
+    return (signAndExponent & 0x7fff) == 0x7fff;
+}
+
+}  // namespace
+
+void runOrder(const Program& program, int k, Calculus& calculus, OrderState& state) {
+    using Code = Program::Code;
+    const real factor = calculus.stepTable[k + 1];
+    real* const now = state.now.data();
+    const real* const operands[] = {now, state.row};
+    real* const nextRow = state.nextRow;
+    // At order 0 the present term of a constant is the constant.
+    const real* const constant = k == 0 ? now : state.constant.data();
+    SeriesSum* const sums = state.sums.data();
+    TermArrays& arrays = state.arrays;
+    real acc = 0;
+    bool anyEnded = false;
+    bool anyWild = false;
+    const Program::Instruction* const end = program.instructions.data() + program.instructions.size();
+    for (const Program::Instruction* i = program.instructions.data(); i != end; ++i) {
+        switch (i->code) {
+            case Code::Load:
+                acc = operands[i->ofVariable][i->a];
+                break;
+            case Code::Plus:
+                acc = acc + operands[i->ofVariable][i->a];
+                break;
+            case Code::Minus:
+                acc = acc - operands[i->ofVariable][i->a];
+                break;
+            case Code::MinusFrom:
+                acc = operands[i->ofVariable][i->a] - acc;
+                break;
+            case Code::Negate:
+                acc = -acc;
+                break;
+            case Code::Truncate:
+                acc = k == 0 ? static_cast<real>(std::trunc(static_cast<double>(acc))) : 0;
+                break;
+            // One factor is constant: the other products are exact zeros as long as every term is finite. Adding to
+            // zero stays: it turns a negative zero into a positive one.
+            case Code::Scale:
+                acc = 0 + acc * constant[i->a];
+                break;
+            case Code::Ratio:
+                acc = acc / constant[i->a];
+                break;
+            case Code::LoadProduct:
+                acc = arrays.sum(i->a, k, i->b, 0, k + 1);
+                break;
+            case Code::PlusProduct:
+                acc = acc + arrays.sum(i->a, k, i->b, 0, k + 1);
+                break;
+            case Code::MinusProduct:
+                acc = acc - arrays.sum(i->a, k, i->b, 0, k + 1);
+                break;
+            case Code::Quotient:
+                acc = (acc - arrays.sum(i->b, k, i->a, 0, k)) / arrays.first(i->b);
+                break;
+            case Code::Store:
+                now[i->a] = acc;
+                break;
+            case Code::Keep:
+                arrays.keep(i->a, k, acc);
+                break;
+            case Code::Next: {
+                const real term = acc * factor;
+                nextRow[i->a] = term;
+                anyWild |= isWild(nextRow[i->a]);
+                if (i->b != TermGraph::none) arrays.keep(i->b, k + 1, term);
+                SeriesSum& series = sums[i->a];
+                if (!series.wantsMore(calculus)) break;
+                series.add(term, calculus);
+                anyEnded |= !series.wantsMore(calculus);
+                break;
+            }
+        }
+    }
+    state.anyEnded = anyEnded;
+    state.anyWild = anyWild || arrays.hasWild();
+}

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+// The chains that systems compile to, written out.
+#include "solver/program.hpp"
+
+#include <sstream>
+
+#include "tests/unit/fixture.hpp"
+
+namespace {
+
+class ProgramText : public NodeTest {
+protected:
+    /// One line per chain; variables as their names, other slots as s, term arrays as numbers.
+    std::string of(const std::string& text) {
+        prepareText(settings, text);
+        const TermGraph graph(settings.equations);
+        const Programs programs(graph, congruentSlots(graph));
+        std::ostringstream out;
+        write(graph, programs, programs.varying, out);
+        return out.str();
+    }
+
+private:
+    static std::string nameOf(const TermGraph& graph, const Programs& programs, int variable) {
+        const int slot = programs.variables[static_cast<std::size_t>(variable)].slot;
+        return static_cast<const Differential*>(graph[slot].node)->name();
+    }
+
+    static void write(const TermGraph& graph, const Programs& programs, const Program& program, std::ostream& out) {
+        static const char* const names[] = {"Load",         "Plus",     "Minus", "MinusFrom",   "Negate",
+                                            "Truncate",     "Scale",    "Ratio", "LoadProduct", "PlusProduct",
+                                            "MinusProduct", "Quotient", "Store", "Keep",        "Next"};
+        std::size_t next = 0;
+        for (const Program::Chain& chain : program.chains) {
+            for (int i = 0; i < chain.length; ++i, ++next) {
+                const Program::Instruction& instruction = program.instructions[next];
+                out << (i == 0 ? "" : ", ") << names[static_cast<int>(instruction.code)];
+                switch (instruction.code) {
+                    case Program::Code::LoadProduct:
+                    case Program::Code::PlusProduct:
+                    case Program::Code::MinusProduct:
+                    case Program::Code::Quotient:
+                        out << ' ' << instruction.a << ' ' << instruction.b;
+                        break;
+                    case Program::Code::Keep:
+                        out << ' ' << instruction.a;
+                        break;
+                    case Program::Code::Next:
+                        out << ' ' << nameOf(graph, programs, instruction.a);
+                        if (instruction.b != TermGraph::none) out << ' ' << instruction.b;
+                        break;
+                    default:
+                        if (instruction.ofVariable) out << ' ' << nameOf(graph, programs, instruction.a);
+                        break;
+                }
+            }
+            out << '\n';
+        }
+        EXPECT_EQ(next, program.instructions.size());
+    }
+};
+
+TEST_F(ProgramText, TakesVariablesAsTheyAre) {
+    EXPECT_EQ(of("x' = v & 1; v' = -x & 0;"),
+              "Load v, Next x\n"
+              "Load x, Negate, Next v\n");
+}
+
+TEST_F(ProgramText, KeepsAHeatRodInTheAccumulator) {
+    EXPECT_EQ(of("a' = 0.5*(a - 2*b + c) & 1; b' = a & 0; c' = b & 2;"),
+              "Load a, Next b\n"
+              "Load b, Next c\n"
+              "Load b, Scale, MinusFrom a, Plus c, Scale, Next a\n");
+}
+
+TEST_F(ProgramText, SumsOverVariablesAndKeptValues) {
+    // Arrays in the order of the slots that need them: x twice for x*x; then 2*x and y.
+    EXPECT_EQ(of("x' = -y - x*x & 1; y' = 2*x*y & 3;"),
+              "Load y, Negate, MinusProduct 0 0, Next x 0\n"
+              "Load x, Scale, Keep 1\n"
+              "LoadProduct 1 2, Next y 2\n");
+}
+
+TEST_F(ProgramText, StoresWhatTwoNeed) {
+    EXPECT_EQ(of("x' = (x + y) - 1/(x + y) & 1; y' = x & 2;"),
+              "Load x, Next y\n"
+              "Load x, Plus y, Keep 0, Store\n"
+              "Load, Quotient 1 0, Keep 1, MinusFrom, Next x\n");
+}
+
+TEST_F(ProgramText, StoresTheSecondOfTwoLongOperands) {
+    EXPECT_EQ(of("x' = (x - y) + (y - 2*x) & 1; y' = 0 & 2;"),
+              "Load x, Scale, MinusFrom y, Store\n"
+              "Load x, Minus y, Plus, Next x\n"
+              "Load, Next y\n");
+}
+
+TEST_F(ProgramText, ComputesConstantsElsewhere) {
+    EXPECT_EQ(of("x' = (g/l)*x & 1; g = 10; l = 4;"), "Load x, Scale, Next x\n");
+}
+
+TEST_F(ProgramText, LetsCongruentVariablesShare) {
+    EXPECT_EQ(of("a' = -a & 1; b' = -b & 1;"), "Load a, Negate, Next a\n");
+}
+
+TEST_F(ProgramText, LeavesOutWhatIsNotNeeded) {
+    prepareText(settings, "a' = -a & 1; b' = -b & 2;");
+    const TermGraph graph(settings.equations);
+    const Programs programs(graph, congruentSlots(graph));
+    std::vector<char> needed(graph.slots.size(), 0);
+    needed[static_cast<std::size_t>(graph[1].left)] = 1;
+    const Program part = programs.varying.needing(needed);
+    ASSERT_EQ(part.chains.size(), 1u);
+    EXPECT_EQ(part.chains[0].owner, graph[1].left);
+    EXPECT_EQ(part.instructions.size(), 3u);
+}
+
+}  // namespace
