@@ -79,7 +79,7 @@ void onFault(int signal, siginfo_t* info, void* context) {
     void* instruction = nullptr;
     if (context != nullptr) {
         const auto& machine = static_cast<ucontext_t*>(context)->uc_mcontext;
-        instruction = reinterpret_cast<void*>(machine.gregs[REG_RIP]);
+        instruction = reinterpret_cast<void*>(machine.gregs[REG_RIP]);  // NOLINT: registers are integers
     }
     if (signal == SIGSEGV) {
         void* address = info != nullptr ? info->si_addr : nullptr;

@@ -2,6 +2,7 @@
 // Scaling by a table of powers of ten with a bound on the error; what the bound cannot decide is refused.
 #include "expr/decimal.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstring>
@@ -47,7 +48,10 @@ constexpr auto makePowers() {
 
 constexpr auto powers = makePowers();
 
-const Power& powerOfTen(int q) { return powers[static_cast<std::size_t>(largestPower + q)]; }
+const Power& powerOfTen(int q) {
+    const int index = largestPower + q;
+    return powers[static_cast<std::size_t>(index)];
+}
 
 /// Each step away from 10^0 cuts off less than one unit of a mantissa that is at least 2^127, so the mantissa of 10^q
 /// is short by less than 2 * |q| + 1 units. The product with a 64-bit mantissa, less its lowest 64 bits, is then short
@@ -205,7 +209,7 @@ char* writeGeneral(char* out, real x) {
         return writeExponent(writeMantissa(out, decimal.digits, count), exponent);
     }
     if (exponent < 0) {
-        std::memcpy(out, "0.0000", 6);
+        std::copy_n("0.0000", 6, out);
         out += 1 - exponent;
         writeFigures(out + count, decimal.digits, count);
         return out + count;

@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cstring>
 #include <sstream>
 #include <vector>
 
@@ -18,7 +19,7 @@ std::vector<std::string> argumentsOf(const std::string& text) {
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);) arguments.push_back(line);
     // A NUL byte ends an argument wherever a program gets one.
-    for (std::string& argument : arguments) argument.resize(std::string(argument.c_str()).size());
+    for (std::string& argument : arguments) argument.resize(std::strlen(argument.c_str()));
     return arguments;
 }
 
@@ -46,6 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
         renewStandardInput();
         std::vector<std::string> arguments = argumentsOf(text);
         std::vector<char*> argv;
+        argv.reserve(arguments.size() + 1);
         for (std::string& argument : arguments) argv.push_back(argument.data());
         argv.push_back(nullptr);
         bool solves = true;

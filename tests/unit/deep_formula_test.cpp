@@ -61,6 +61,20 @@ TEST_F(DeepFormulas, OfNestedFunctionsAreExpandedInnermostFirst) {
     EXPECT_EQ(printed(settings.equations.find("y")->rightHandSide()), "[%19999]");
 }
 
+TEST_F(DeepFormulas, AskTheVariablesBelowThemForTheirTerms) {
+    settings.setStep(0.5);
+    Differential* z = differential("z");
+    settings.equations.enter(z);
+    Ref formula(z);
+    for (int i = 0; i < 1000; ++i) formula = Ref(ExprType::Plus, formula, number(1));
+    Differential* y = differential("y", formula);
+    settings.equations.enter(y);
+    z->setRightHandSide(Ref(ExprType::UnMinus, y));
+    // y' = z + 1000, z' = -y. z has terms 0, -0, -125 by then: 0.25 * -500.
+    EXPECT_EQ(terms(y, 4), (std::vector<real>{0, 500, 0, -125 * (real{0.5} / 3)}));
+    EXPECT_EQ(z->highestTerm(), 2);
+}
+
 class Chains : public NodeTest {
 protected:
     static std::string name(int i) { return "v" + std::to_string(1000000 + i); }

@@ -87,6 +87,12 @@ protected:
     real expected = 0;
 };
 
+TEST_F(Variables, ComputeTheirStartAsTermZero) {
+    real out = 0;
+    variable(number(1), 5)->GetDY(0, out);
+    EXPECT_EQ(out, 5);
+}
+
 TEST_F(Variables, WithAConstantRateHaveTwoTerms) {
     EXPECT_EQ(terms(variable(number(1), 5), 4), (std::vector<real>{5, h, 0, 0}));
 }
