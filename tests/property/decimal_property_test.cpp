@@ -67,7 +67,10 @@ private:
 
     real mantissa() { return static_cast<real>(random_() | 1ULL << 63); }
     real figures() { return static_cast<real>(random_() % limits_[between(0, 18)]); }
-    real power(int exponent) const { return powers_[static_cast<std::size_t>(exponent + reach)]; }
+    real power(int exponent) const {
+        const int index = exponent + reach;
+        return powers_[static_cast<std::size_t>(index)];
+    }
 
     static constexpr int reach = 520;
     static constexpr real special[] = {0, Limits::infinity(), Limits::quiet_NaN(), Limits::max(), Limits::denorm_min()};
