@@ -30,6 +30,8 @@ void HighestTerms::raise(int root, int highest) {
 }
 
 void HighestTerms::spread(std::vector<int>& highest) {
+    // A system may have algebraic equations only.
+    if (highest.empty()) return;
     const auto ends = std::minmax_element(highest.begin(), highest.end());
     const int low = *ends.first;
     const int high = *ends.second;
