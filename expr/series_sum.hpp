@@ -19,7 +19,7 @@ struct SeriesSum {
 
     void add(real term, const Calculus& calculus) {
         sum = sum + term;
-        if (term != 0) onlyZeros = false;
+        if (onlyZeros && term != 0) onlyZeros = false;
         const bool isNegligible = std::fabs(sum * calculus.accuracy) > std::fabs(term);
         const bool early = k < static_cast<std::int64_t>(calculus.maxOrder) - calculus.zeroTerms;
         // With all terms wanted, an early negligible term leaves the count as it is.

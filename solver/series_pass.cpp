@@ -70,13 +70,10 @@ void SeriesPass::begin() {
 }
 
 void SeriesPass::setLeaves(int k) {
-    // From term 2 on every leaf is zero.
-    if (k > 2) return;
     for (const int leaf : leaves_) graph_[leaf].node->DY(k, state_.now[at(leaf)]);
 }
 
 bool SeriesPass::runConstants(int k) {
-    if (k > 1) return true;
     runOrder(programs_.constants, k, calculus_, state_);
     if (k == 1) return true;
     for (const int slot : constants_) state_.constant[at(slot)] = state_.now[at(slot)];
@@ -157,8 +154,10 @@ void SeriesPass::handOver() {
 bool SeriesPass::sumAll() {
     begin();
     for (int k = 0; !wanting_.empty(); ++k) {
-        setLeaves(k);
-        if (!runConstants(k) || !runOrderAndAdvance(k)) return false;
+        // From term 2 on every leaf is zero, and what is computed from constants only is what it was at term 1.
+        if (k <= 2) setLeaves(k);
+        if (k <= 1 && !runConstants(k)) return false;
+        if (!runOrderAndAdvance(k)) return false;
     }
     handOver();
     return true;
