@@ -13,12 +13,11 @@ bool isWild(const real& x) {
 
 }  // namespace
 
-void runOrder(const Program& program, int k, Calculus& calculus, OrderState& state) {
+void runOrder(const Program& program, int k, const real* row, real* nextRow, Calculus& calculus, OrderState& state) {
     using Code = Program::Code;
     const real factor = calculus.stepTable[k + 1];
     real* const now = state.now.data();
-    const real* const operands[] = {now, state.row};
-    real* const nextRow = state.nextRow;
+    const auto operand = [=](const Program::Instruction& i) -> const real& { return (i.ofVariable ? row : now)[i.a]; };
     // At order 0 the present term of a constant is the constant.
     const real* const constant = k == 0 ? now : state.constant.data();
     SeriesSum* const sums = state.sums.data();
@@ -30,16 +29,16 @@ void runOrder(const Program& program, int k, Calculus& calculus, OrderState& sta
     for (const Program::Instruction* i = program.instructions.data(); i != end; ++i) {
         switch (i->code) {
             case Code::Load:
-                acc = operands[i->ofVariable][i->a];
+                acc = operand(*i);
                 break;
             case Code::Plus:
-                acc = acc + operands[i->ofVariable][i->a];
+                acc = acc + operand(*i);
                 break;
             case Code::Minus:
-                acc = acc - operands[i->ofVariable][i->a];
+                acc = acc - operand(*i);
                 break;
             case Code::MinusFrom:
-                acc = operands[i->ofVariable][i->a] - acc;
+                acc = operand(*i) - acc;
                 break;
             case Code::Negate:
                 acc = -acc;

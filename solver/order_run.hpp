@@ -15,15 +15,13 @@ struct OrderState {
     std::vector<real> constant;
     TermArrays arrays;
 
-    /// Per variable: its sum, its term of the present and of the next order.
+    /// Per variable.
     std::vector<SeriesSum> sums;
-    const real* row = nullptr;
-    real* nextRow = nullptr;
 
     /// Some sum has just ended; some term is not finite.
     bool anyEnded = false;
     bool anyWild = false;
 };
 
-/// Terms k of all slots and k + 1 of all variables that the program makes.
-void runOrder(const Program& program, int k, Calculus& calculus, OrderState& state);
+/// Terms k of all slots, from terms k of all variables in `row`; terms k + 1 of the variables into `nextRow`.
+void runOrder(const Program& program, int k, const real* row, real* nextRow, Calculus& calculus, OrderState& state);

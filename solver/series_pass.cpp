@@ -74,7 +74,7 @@ void SeriesPass::setLeaves(int k) {
 }
 
 bool SeriesPass::runConstants(int k) {
-    runOrder(programs_.constants, k, calculus_, state_);
+    runOrder(programs_.constants, k, nullptr, nullptr, calculus_, state_);
     if (k == 1) return true;
     for (const int slot : constants_) state_.constant[at(slot)] = state_.now[at(slot)];
     return std::all_of(programs_.computedConstants.begin(), programs_.computedConstants.end(),
@@ -85,10 +85,8 @@ bool SeriesPass::runOrderAndAdvance(int k) {
     const std::size_t rowSize = programs_.variables.size();
     const std::size_t wanted = (at(k) + 2) * rowSize;
     if (rows_.size() < wanted) rows_.resize(2 * wanted);
-    state_.row = &rows_[at(k) * rowSize];
-    state_.nextRow = &rows_[(at(k) + 1) * rowSize];
     state_.arrays.reserve(k + 1);
-    runOrder(*active_, k, calculus_, state_);
+    runOrder(*active_, k, &rows_[at(k) * rowSize], &rows_[(at(k) + 1) * rowSize], calculus_, state_);
     if (state_.anyWild) return false;
     if (state_.anyEnded) dropEnded();
     return true;
