@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cstdio>
 #include <functional>
 #include <string>
 
@@ -36,6 +37,8 @@ Ended inChild(const std::string& answer, const std::function<void()>& body) {
     int out[2];
     int err[2];
     EXPECT_EQ(pipe(in) + pipe(out) + pipe(err), 0);
+    // What waits in the buffers of this process would be written by the child once more.
+    std::fflush(nullptr);
     const pid_t child = fork();
     if (child == 0) {
         dup2(in[0], STDIN_FILENO);
