@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
 # Says how everything is compiled, which warnings our own sources meet, and how programs are linked.
+include(CheckCXXSourceCompiles)
 include(CheckLinkerFlag)
 
 # What every object has in common, generated parser included.
@@ -34,11 +35,24 @@ target_compile_options(zirk_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
   $<$<BOOL:${ZIRK_WERROR}>:-Werror>)
 
-# Loading libstdc++ takes longer than solving a small system.
+# Loading and binding shared libraries takes longer than solving a small system. Programs are linked statically as a
+# whole where the C library allows it, else at least with the C++ runtime inside.
 add_library(zirk_static_runtime INTERFACE)
+add_library(zirk_static_program INTERFACE)
 if(ZIRK_STATIC_RUNTIME AND NOT ZIRK_SANITIZE AND NOT ZIRK_FUZZ)
   check_linker_flag(CXX "-static-libstdc++;-static-libgcc" ZIRK_HAS_STATIC_RUNTIME)
   if(ZIRK_HAS_STATIC_RUNTIME)
     target_link_options(zirk_static_runtime INTERFACE $<$<CONFIG:Release>:-static-libstdc++;-static-libgcc>)
+  endif()
+  set(CMAKE_REQUIRED_LINK_OPTIONS -static-pie)
+  check_cxx_source_compiles("
+    #include <cmath>
+    #include <iostream>
+    int main(int argc, char**) { std::cout << std::sin(static_cast<long double>(argc)); }" ZIRK_HAS_STATIC_PIE)
+  unset(CMAKE_REQUIRED_LINK_OPTIONS)
+  if(ZIRK_HAS_STATIC_PIE)
+    target_link_options(zirk_static_program INTERFACE $<$<CONFIG:Release>:-static-pie>)
+  else()
+    target_link_libraries(zirk_static_program INTERFACE zirk_static_runtime)
   endif()
 endif()

@@ -116,13 +116,24 @@ constexpr auto makePairs() {
 constexpr auto pairs = makePairs();
 
 /// Figures of `value` up to `end`, `count` of them.
-void writeFigures(char* end, std::uint64_t value, int count) {
+template <typename Unsigned>
+void writePairs(char* end, Unsigned value, int count) {
     for (; count >= 2; count -= 2) {
         end -= 2;
-        std::memcpy(end, &pairs[value % 100 * 2], 2);
+        std::memcpy(end, &pairs[static_cast<std::size_t>(value % 100 * 2)], 2);
         value /= 100;
     }
     if (count == 1) end[-1] = static_cast<char>('0' + value);
+}
+
+/// As writePairs, by shorter chains of divisions.
+void writeFigures(char* end, std::uint64_t value, int count) {
+    for (; count > 8; count -= 8) {
+        writePairs(end, static_cast<std::uint32_t>(value % 100000000), 8);
+        value /= 100000000;
+        end -= 8;
+    }
+    writePairs(end, static_cast<std::uint32_t>(value), count);
 }
 
 /// "e", the sign, and at least two figures.

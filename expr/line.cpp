@@ -6,7 +6,9 @@
 #include <charconv>
 #include <iomanip>
 #include <ostream>
+#include <string>
 
+#include "expr/decimal.hpp"
 #include "expr/number_text.hpp"
 #include "expr/wide_number.hpp"
 
@@ -31,8 +33,12 @@ Line& Line::insert(std::string_view text) {
 Line& Line::operator<<(real x) {
     if (piecewise_) {
         out_ << x;
+    } else if (const char* end = writeGeneral(room(decimalTextSize), x)) {
+        size_ = static_cast<std::size_t>(end - text_.data());
     } else {
-        appendGeneral(text_, x);
+        std::string text;
+        appendGeneral(text, x);
+        *this << text;
     }
     return *this;
 }
@@ -44,26 +50,38 @@ Line& Line::addInteger(std::int64_t n, int width) {
     }
     char figures[24];
     const char* end = std::to_chars(figures, figures + sizeof figures, n).ptr;
-    const std::size_t start = text_.size();
-    text_.append(static_cast<const char*>(figures), end);
-    padLeft(text_, start, width);
-    return *this;
+    const auto count = static_cast<int>(end - figures);
+    for (int i = count; i < width; ++i) *this << ' ';
+    return *this << std::string_view(figures, static_cast<std::size_t>(count));
 }
 
 Line& Line::addScientific(real x, int precision, int width) {
     // A stream would take the field from the machine's stack.
     if (std::max(width, precision) > widestComposed) {
-        out_.write(text_.data(), static_cast<std::streamsize>(text_.size()));
-        text_.clear();
+        write();
         writeWide(out_, x, precision, width);
-    } else if (piecewise_) {
-        out_ << std::scientific << std::setprecision(precision) << std::setw(width) << x;
-    } else {
-        const std::size_t start = text_.size();
-        appendScientific(text_, x, precision);
-        padLeft(text_, start, width);
+        return *this;
     }
-    return *this;
+    if (piecewise_) {
+        out_ << std::scientific << std::setprecision(precision) << std::setw(width) << x;
+        return *this;
+    }
+    const auto field = static_cast<std::ptrdiff_t>(std::max(width, 0));
+    char* start = room(static_cast<std::size_t>(decimalTextSize + field));
+    if (const char* end = writeScientific(start, x, precision)) {
+        const std::ptrdiff_t length = end - start;
+        const std::ptrdiff_t blanks = std::max<std::ptrdiff_t>(field - length, 0);
+        if (blanks > 0) {
+            std::memmove(start + blanks, start, static_cast<std::size_t>(length));
+            std::memset(start, ' ', static_cast<std::size_t>(blanks));
+        }
+        size_ += static_cast<std::size_t>(blanks + length);
+        return *this;
+    }
+    std::string text;
+    appendScientific(text, x, precision);
+    padLeft(text, 0, width);
+    return *this << text;
 }
 
 Line& Line::operator<<(EndOfLine) {
@@ -71,8 +89,12 @@ Line& Line::operator<<(EndOfLine) {
         out_ << std::endl;
         return *this;
     }
-    text_ += '\n';
-    out_.write(text_.data(), static_cast<std::streamsize>(text_.size()));
-    text_.clear();
+    *this << '\n';
+    write();
     return *this;
+}
+
+void Line::write() {
+    out_.write(text_.data(), static_cast<std::streamsize>(size_));
+    size_ = 0;
 }

@@ -3,10 +3,11 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <iosfwd>
-#include <string>
 #include <string_view>
 #include <type_traits>
+#include <vector>
 
 #include "expr/real.hpp"
 
@@ -24,7 +25,8 @@ public:
 
     Line& operator<<(std::string_view text) {
         if (piecewise_) return insert(text);
-        text_ += text;
+        std::memcpy(room(text.size()), text.data(), text.size());
+        size_ += text.size();
         return *this;
     }
 
@@ -51,7 +53,15 @@ public:
 private:
     Line& insert(std::string_view text);
 
+    /// Where the next `count` bytes go.
+    char* room(std::size_t count) {
+        if (text_.size() - size_ < count) text_.resize(2 * text_.size() + count);
+        return text_.data() + size_;
+    }
+    void write();
+
     std::ostream& out_;
     const bool piecewise_;
-    std::string text_;
+    std::vector<char> text_;
+    std::size_t size_ = 0;
 };

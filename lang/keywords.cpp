@@ -8,7 +8,7 @@
 namespace {
 
 struct Keyword {
-    const char* written;
+    std::string_view written;
     int token;
 };
 
@@ -57,7 +57,7 @@ constexpr Keyword keywords[] = {
 
 }  // namespace
 
-int keywordToken(const std::string& word) {
+int keywordToken(std::string_view word) {
     for (const Keyword& keyword : keywords) {
         if (word == keyword.written) return keyword.token;
     }

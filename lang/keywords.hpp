@@ -2,7 +2,7 @@
 // The reserved words of the language.
 #pragma once
 
-#include <string>
+#include <string_view>
 
 /// Token code of a word: that of the keyword, or IDENT. Case matters.
-int keywordToken(const std::string& word);
+int keywordToken(std::string_view word);
