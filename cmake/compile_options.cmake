@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # Says how everything is compiled, which warnings our own sources meet, and how programs are linked.
-include(CheckCXXSourceCompiles)
+include(CheckCXXSourceRuns)
 include(CheckLinkerFlag)
 
 # What every object has in common, generated parser included.
@@ -35,24 +35,33 @@ target_compile_options(zirk_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
   $<$<BOOL:${ZIRK_WERROR}>:-Werror>)
 
-# Loading and binding shared libraries takes longer than solving a small system. Programs are linked statically as a
-# whole where the C library allows it, else at least with the C++ runtime inside.
+# Loading and binding shared libraries takes longer than solving a small system.
 add_library(zirk_static_runtime INTERFACE)
-add_library(zirk_static_program INTERFACE)
 if(ZIRK_STATIC_RUNTIME AND NOT ZIRK_SANITIZE AND NOT ZIRK_FUZZ)
   check_linker_flag(CXX "-static-libstdc++;-static-libgcc" ZIRK_HAS_STATIC_RUNTIME)
   if(ZIRK_HAS_STATIC_RUNTIME)
     target_link_options(zirk_static_runtime INTERFACE $<$<CONFIG:Release>:-static-libstdc++;-static-libgcc>)
   endif()
+endif()
+
+# The program itself: without any shared library, still at addresses chosen at random. One or the other: linked with both
+# kinds of flags, a program does not start.
+add_library(zirk_static_program INTERFACE)
+set(staticProgram OFF)
+if(ZIRK_STATIC_PROGRAM AND NOT ZIRK_SANITIZE AND NOT ZIRK_FUZZ AND NOT CMAKE_CROSSCOMPILING)
   set(CMAKE_REQUIRED_LINK_OPTIONS -static-pie)
-  check_cxx_source_compiles("
+  check_cxx_source_runs("
     #include <cmath>
     #include <iostream>
-    int main(int argc, char**) { std::cout << std::sin(static_cast<long double>(argc)); }" ZIRK_HAS_STATIC_PIE)
+    int main(int argc, char**) {
+      std::cout << std::sin(static_cast<long double>(argc));
+      return 0;
+    }" ZIRK_HAS_STATIC_PIE)
   unset(CMAKE_REQUIRED_LINK_OPTIONS)
-  if(ZIRK_HAS_STATIC_PIE)
-    target_link_options(zirk_static_program INTERFACE $<$<CONFIG:Release>:-static-pie>)
-  else()
-    target_link_libraries(zirk_static_program INTERFACE zirk_static_runtime)
-  endif()
+  set(staticProgram ${ZIRK_HAS_STATIC_PIE})
+endif()
+if(staticProgram)
+  target_link_options(zirk_static_program INTERFACE $<$<CONFIG:Release>:-static-pie>)
+else()
+  target_link_libraries(zirk_static_program INTERFACE zirk_static_runtime)
 endif()
