@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Runs a program COUNT times, without a shell, and writes the processor time and the time on the wall of one run.
+// Runs a program COUNT times, without a shell, and writes processor time, time on the wall and memory of one run.
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -29,7 +29,8 @@ int runOnce(char** command) {
 
 }  // namespace
 
-/// stopwatch FILE COUNT PROGRAM ARGUMENT...: FILE gets one line, processor seconds and wall seconds per run.
+/// stopwatch FILE COUNT PROGRAM ARGUMENT...: FILE gets one line: processor seconds and wall seconds per run, and
+/// the most bytes of memory that a run held.
 int main(int argc, char** argv) {
     if (argc < 4) {
         std::fprintf(stderr, "usage: stopwatch FILE COUNT PROGRAM ARGUMENT...\n");
@@ -52,6 +53,7 @@ int main(int argc, char** argv) {
         std::perror(argv[1]);
         return 1;
     }
-    std::fprintf(out, "%.7f %.7f\n", (seconds(usage.ru_utime) + seconds(usage.ru_stime)) / count, wall.count() / count);
+    std::fprintf(out, "%.7f %.7f %ld\n", (seconds(usage.ru_utime) + seconds(usage.ru_stime)) / count,
+                 wall.count() / count, usage.ru_maxrss * 1024);
     return std::fclose(out) == 0 ? 0 : 1;
 }
