@@ -39,7 +39,7 @@ constexpr Power tenthOf(const Power& p) {
 constexpr auto makePowers() {
     std::array<Power, 2 * largestPower + 1> powers{};
     powers[largestPower] = {topBit, -127};
-    for (int q = 1; q <= largestPower; ++q) {
+    for (std::size_t q = 1; q <= largestPower; ++q) {
         powers[largestPower + q] = timesTen(powers[largestPower + q - 1]);
         powers[largestPower - q] = tenthOf(powers[largestPower - q + 1]);
     }
