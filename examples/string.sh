@@ -26,7 +26,7 @@ cat <<END
 // are missing because of the place. Every point is drawn to the mean of its neighbours, with (2*110*$cells)^2 per second
 // squared. $points equations of the second order are $((2 * points)) of the first; the velocities are not printed.
 // Sources: J. le R. d'Alembert, Recherches sur la courbe que forme une corde tendue, Hist. Acad. Berlin 3 (1747)
-// 214-219; H. von Helmholtz, Die Lehre von den Tonempfindungen (1863), part 1, chapter 5.
+// 214-219; H. von Helmholtz, Die Lehre von den Tonempfindungen (1863), ch. 5.
 //
 // Written by examples/string.sh, which takes another number of cells as its argument.
 // Run:   zirk -t 0.00909090909090909 -F -16 -O 0 -P $(name $corner):$(name $((cells - corner))): examples/string.zirk

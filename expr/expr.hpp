@@ -169,6 +169,9 @@ public:
         return foreignTerms_ != nullptr ? foreignTerms_[index * foreignStride_] : terms_[index];
     }
 
+    /// Where a TermGraph put this node; it checks that the place is still the node's own.
+    int graphSlot = -1;
+
 protected:
     explicit Expr(ExprType type);
 

@@ -3,7 +3,6 @@
 #include "solver/term_graph.hpp"
 
 #include <algorithm>
-#include <unordered_map>
 
 namespace {
 
@@ -37,7 +36,7 @@ public:
     explicit Flattening(std::vector<TermGraph::Slot>& slots) : slots_(slots) {}
 
     void addVariable(Expr& variable) {
-        known_.emplace(&variable, static_cast<int>(slots_.size()));
+        variable.graphSlot = static_cast<int>(slots_.size());
         slots_.push_back({Kind::Variable, false, TermGraph::none, TermGraph::none, &variable});
     }
 
@@ -45,7 +44,7 @@ public:
         stack_.push_back({root, 0});
         while (!stack_.empty()) {
             Frame& top = stack_.back();
-            if (top.next == 0 && known_.count(top.node) != 0) {
+            if (top.next == 0 && isKnown(*top.node)) {
                 stack_.pop_back();
                 continue;
             }
@@ -57,7 +56,7 @@ public:
             add(*top.node);
             stack_.pop_back();
         }
-        return known_.at(root);
+        return root->graphSlot;
     }
 
 private:
@@ -66,22 +65,26 @@ private:
         int next;
     };
 
-    int known(const Expr* node) const { return node == nullptr ? TermGraph::none : known_.at(node); }
+    bool isKnown(const Expr& node) const {
+        const auto slot = static_cast<std::size_t>(node.graphSlot);
+        return slot < slots_.size() && slots_[slot].node == &node;
+    }
+
+    static int slotOrNone(const Expr* node) { return node == nullptr ? TermGraph::none : node->graphSlot; }
 
     void add(Expr& node) {
         const Kind kind = kindOf(node);
-        const int left = known(node.operand(0));
-        const int right = known(node.operand(1));
+        const int left = slotOrNone(node.operand(0));
+        const int right = slotOrNone(node.operand(1));
         const auto isConstant = [this](int slot) {
             return slot == TermGraph::none || slots_[static_cast<std::size_t>(slot)].constant;
         };
         const bool constant = kind != Kind::Time && isConstant(left) && isConstant(right);
-        known_.emplace(&node, static_cast<int>(slots_.size()));
+        node.graphSlot = static_cast<int>(slots_.size());
         slots_.push_back({kind, constant, left, right, &node});
     }
 
     std::vector<TermGraph::Slot>& slots_;
-    std::unordered_map<const Expr*, int> known_;
     std::vector<Frame> stack_;
 };
 
