@@ -17,7 +17,7 @@ public:
     void spread(std::vector<int>& highest);
 
 private:
-    void raise(int slot, int highest);
+    void raise(int root, int highest);
 
     const TermGraph& graph_;
     std::vector<int> reached_;
