@@ -18,9 +18,10 @@ int binaryExponent(real x) {
 }  // namespace
 
 void Stiffness::findExtremes() {
-    constexpr real huge = std::numeric_limits<real>::infinity();
-    smallest_ = {huge, "", 0};
-    largest_ = {-huge, "", 0};
+    real smallest = std::numeric_limits<real>::infinity();
+    real largest = -smallest;
+    const Differential* ofSmallest = nullptr;
+    const Differential* ofLargest = nullptr;
     for (const Differential& variable : equations_) {
         int order = -1;
         real term = 0;
@@ -28,11 +29,21 @@ void Stiffness::findExtremes() {
         if (order <= 0) continue;
         const real magnitude = std::fabs(term);
         // Ties stay with the equation that comes first.
-        if (smallest_.magnitude > magnitude) smallest_ = {magnitude, variable.name(), 0};
-        if (magnitude > largest_.magnitude) largest_ = {magnitude, variable.name(), 0};
+        if (smallest > magnitude) {
+            smallest = magnitude;
+            ofSmallest = &variable;
+        }
+        if (magnitude > largest) {
+            largest = magnitude;
+            ofLargest = &variable;
+        }
     }
-    smallest_.exponent = binaryExponent(smallest_.magnitude);
-    largest_.exponent = binaryExponent(largest_.magnitude);
+    smallest_ = extreme(ofSmallest, smallest);
+    largest_ = extreme(ofLargest, largest);
+}
+
+Stiffness::Extreme Stiffness::extreme(const Differential* variable, real magnitude) {
+    return {variable != nullptr ? std::string_view(variable->name()) : "", binaryExponent(magnitude)};
 }
 
 void Stiffness::test(bool& recheck) {

@@ -29,12 +29,12 @@ public:
 
 private:
     struct Extreme {
-        real magnitude = 0;
         std::string_view name;
         int exponent = 0;
     };
 
     void findExtremes();
+    static Extreme extreme(const Differential* variable, real magnitude);
 
     const StiffnessSettings& settings_;
     const EquationTable& equations_;
