@@ -38,7 +38,8 @@ SeriesPass::SeriesPass(Calculus& calculus, const EquationTable& equations)
     state_.constant.resize(graph_.slots.size());
     state_.arrays.setCount(at(programs_.arrays));
     state_.sums.resize(programs_.variables.size());
-    rows_.resize(programs_.variables.size());
+    rowSize_ = programs_.variables.size();
+    rows_.resize(rowSize_);
     highest_.resize(at(graph_.variables));
     wantingIn_.resize(graph_.slots.size());
 }
@@ -82,11 +83,11 @@ bool SeriesPass::runConstants(int k) {
 }
 
 bool SeriesPass::runOrderAndAdvance(int k) {
-    const std::size_t rowSize = programs_.variables.size();
-    const std::size_t wanted = (at(k) + 2) * rowSize;
+    const std::size_t wanted = (at(k) + 2) * rowSize_;
     if (rows_.size() < wanted) rows_.resize(2 * wanted);
     state_.arrays.reserve(k + 1);
-    runOrder(*active_, k, &rows_[at(k) * rowSize], &rows_[(at(k) + 1) * rowSize], calculus_, state_);
+    real* const row = &rows_[at(k) * rowSize_];
+    runOrder(*active_, k, row, row + rowSize_, calculus_, state_);
     if (state_.anyWild) return false;
     if (state_.anyEnded) dropEnded();
     return true;
@@ -141,11 +142,10 @@ void SeriesPass::useNeeded() {
 void SeriesPass::handOver() {
     for (int i = 0; i < graph_.variables; ++i) highest_[at(i)] = state_.sums[at(standIn_[at(i)])].k - 1;
     highestTerms_.spread(highest_);
-    const std::size_t rowSize = programs_.variables.size();
     for (int i = 0; i < graph_.variables; ++i) {
         const std::size_t index = at(standIn_[at(i)]);
         auto& variable = static_cast<Differential&>(*graph_[i].node);
-        variable.adopt(state_.sums[index], highest_[at(i)], &rows_[index], rowSize);
+        variable.adopt(state_.sums[index], highest_[at(i)], &rows_[index], rowSize_);
     }
 }
 

@@ -51,6 +51,7 @@ private:
     OrderState state_;
     // Terms of all variables, one row per order.
     std::vector<real> rows_;
+    std::size_t rowSize_ = 0;
     std::vector<int> highest_;
 
     // Variables whose sum goes on, their number per component, and the part of the program that they need.
