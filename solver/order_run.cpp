@@ -11,9 +11,9 @@ using SignAndExponent = const volatile std::uint16_t __attribute__((may_alias));
 /// Infinite or not a number, told by the exponent alone.
 bool isWild(const real& x) { return (reinterpret_cast<SignAndExponent*>(&x)[4] & 0x7fff) == 0x7fff; }
 
-}  // namespace
-
-void runOrder(const Program& program, int k, const real* row, real* nextRow, Calculus& calculus, OrderState& state) {
+/// Order k alone.
+inline void runOrder(const Program& program, int k, const real* row, real* nextRow, Calculus& calculus,
+                     OrderState& state) {
     using Code = Program::Code;
     const real factor = calculus.stepTable[k + 1];
     real* const now = state.now.data();
@@ -87,4 +87,16 @@ void runOrder(const Program& program, int k, const real* row, real* nextRow, Cal
     }
     state.anyEnded = anyEnded;
     state.anyWild = anyWild || arrays.hasWild();
+}
+
+}  // namespace
+
+int runOrders(const Program& program, int first, int last, real* row, std::size_t rowSize, Calculus& calculus,
+              OrderState& state) {
+    int k = first;
+    do {
+        runOrder(program, k, row, row + rowSize, calculus, state);
+        row += rowSize;
+    } while (k++ < last && !state.anyEnded && !state.anyWild);
+    return k;
 }

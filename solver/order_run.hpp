@@ -23,5 +23,9 @@ struct OrderState {
     bool anyWild = false;
 };
 
-/// Terms k of all slots, from terms k of all variables in `row`; terms k + 1 of the variables into `nextRow`.
-void runOrder(const Program& program, int k, const real* row, real* nextRow, Calculus& calculus, OrderState& state);
+/// Runs orders `first` to `last`, or until some sum has ended or some term is not finite; returns the order after them.
+///
+/// Order k gives terms k of all slots from terms k of all variables, and terms k + 1 of the variables. `row`: terms
+/// `first` of the variables; a row has `rowSize` terms, and the next rows follow.
+int runOrders(const Program& program, int first, int last, real* row, std::size_t rowSize, Calculus& calculus,
+              OrderState& state);

@@ -7,6 +7,9 @@
 
 namespace {
 
+/// Orders that run without a look at what else there is to do.
+constexpr int ordersAtOnce = 16;
+
 TermGraph begunGraph(const EquationTable& equations) {
     TermGraph graph(equations);
     for (int i = 0; i < graph.variables; ++i) graph[i].node->BeginStep();
@@ -75,22 +78,20 @@ void SeriesPass::setLeaves(int k) {
 }
 
 bool SeriesPass::runConstants(int k) {
-    runOrder(programs_.constants, k, nullptr, nullptr, calculus_, state_);
+    runOrders(programs_.constants, k, k, nullptr, 0, calculus_, state_);
     if (k == 1) return true;
     for (const int slot : constants_) state_.constant[at(slot)] = state_.now[at(slot)];
     return std::all_of(programs_.computedConstants.begin(), programs_.computedConstants.end(),
                        [this](int slot) { return std::isfinite(state_.constant[at(slot)]); });
 }
 
-bool SeriesPass::runOrderAndAdvance(int k) {
-    const std::size_t wanted = (at(k) + 2) * rowSize_;
-    if (rows_.size() < wanted) rows_.resize(2 * wanted);
-    state_.arrays.reserve(k + 1);
-    real* const row = &rows_[at(k) * rowSize_];
-    runOrder(*active_, k, row, row + rowSize_, calculus_, state_);
-    if (state_.anyWild) return false;
-    if (state_.anyEnded) dropEnded();
-    return true;
+int SeriesPass::makeRoom(int k) {
+    // Until order 2 leaves change from order to order.
+    const int last = k < 2 ? k : k + ordersAtOnce - 1;
+    const std::size_t wanted = (at(last) + 2) * rowSize_;
+    if (rows_.size() < wanted) rows_.resize(wanted);
+    state_.arrays.reserve(last + 1);
+    return last;
 }
 
 void SeriesPass::dropEnded() {
@@ -151,11 +152,14 @@ void SeriesPass::handOver() {
 
 bool SeriesPass::sumAll() {
     begin();
-    for (int k = 0; !wanting_.empty(); ++k) {
+    for (int k = 0; !wanting_.empty();) {
         // From term 2 on every leaf is zero, and what is computed from constants only is what it was at term 1.
         if (k <= 2) setLeaves(k);
         if (k <= 1 && !runConstants(k)) return false;
-        if (!runOrderAndAdvance(k)) return false;
+        const int last = makeRoom(k);
+        k = runOrders(*active_, k, last, &rows_[at(k) * rowSize_], rowSize_, calculus_, state_);
+        if (state_.anyWild) return false;
+        if (state_.anyEnded) dropEnded();
     }
     handOver();
     return true;

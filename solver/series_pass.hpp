@@ -28,7 +28,8 @@ private:
     void begin();
     void setLeaves(int k);
     bool runConstants(int k);
-    bool runOrderAndAdvance(int k);
+    /// Room for the orders from k on; returns the last one that can run at once.
+    int makeRoom(int k);
     void dropEnded();
     void useAll();
     void useNeeded();
