@@ -19,11 +19,14 @@ struct SeriesSum {
 
     void add(real term, const Calculus& calculus) {
         sum = sum + term;
-        if (onlyZeros && term != 0) onlyZeros = false;
-        const bool isNegligible = std::fabs(sum * calculus.accuracy) > std::fabs(term);
-        const bool early = k < static_cast<std::int64_t>(calculus.maxOrder) - calculus.zeroTerms;
-        // With all terms wanted, an early negligible term leaves the count as it is.
-        if (!(isNegligible && calculus.useAllTerms && early)) negligible = isNegligible ? negligible + 1 : 0;
+        if (onlyZeros) onlyZeros = term == 0;
+        if (std::fabs(sum * calculus.accuracy) > std::fabs(term)) {
+            // With all terms wanted, an early negligible term leaves the count as it is.
+            const bool early = k < static_cast<std::int64_t>(calculus.maxOrder) - calculus.zeroTerms;
+            if (!calculus.useAllTerms || !early) ++negligible;
+        } else {
+            negligible = 0;
+        }
         ++k;
     }
 

@@ -3,15 +3,22 @@
 #include "solver/stiffness.hpp"
 
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 
 namespace {
 
-/// Exponent for a mantissa in [0.5, 1); 0 for zero and for what is not finite.
+/// Exponent for a mantissa in [0.5, 1), read from the number itself; 0 for zero and for what is not finite.
 int binaryExponent(real x) {
+    std::uint16_t signAndExponent = 0;
+    std::memcpy(&signAndExponent, reinterpret_cast<const char*>(&x) + 8, sizeof signAndExponent);
+    const int biased = signAndExponent & 0x7fff;
+    if (biased == 0x7fff) return 0;
+    if (biased != 0) return biased - 16382;
     int exponent = 0;
-    if (std::isfinite(x)) std::frexp(x, &exponent);
+    std::frexp(x, &exponent);
     return exponent;
 }
 
