@@ -47,13 +47,9 @@ TEST_F(Graph, FindsCongruentVariables) {
     EXPECT_EQ(variables("a' = b & 1; b' = a & 2; c' = d & 1; d' = c & 2;"), Count(2, 4));
 }
 
-TEST_F(Graph, TellsVariablesApartByStartValues) {
-    EXPECT_EQ(variables("a' = -a & 1; b' = -b & 2;"), Count(2, 2));
-}
+TEST_F(Graph, TellsVariablesApartByStartValues) { EXPECT_EQ(variables("a' = -a & 1; b' = -b & 2;"), Count(2, 2)); }
 
-TEST_F(Graph, TellsVariablesApartByTheSignOfZero) {
-    EXPECT_EQ(variables("a' = -a & 0; b' = -b & -0;"), Count(2, 2));
-}
+TEST_F(Graph, TellsVariablesApartByTheSignOfZero) { EXPECT_EQ(variables("a' = -a & 0; b' = -b & -0;"), Count(2, 2)); }
 
 TEST_F(Graph, TellsVariablesApartByWhatTheyAreMadeFromFarAway) {
     EXPECT_EQ(variables("a' = b & 1; b' = c & 1; c' = 5 & 1; p' = q & 1; q' = r & 1; r' = 6 & 1;"), Count(6, 6));
