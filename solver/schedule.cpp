@@ -8,10 +8,10 @@
 
 namespace {
 
-/// Making the program costs about as much as two points of low order by the nodes; runs that end before do without.
+/// Making the program costs about as much as two points of low order by the nodes; short runs do without.
 /// At high orders it costs less than the first.
-constexpr int pointsBeforeBuilding = 2;
-constexpr int lowOrder = 30;
+constexpr int pointsBeforeBuilding = 4;
+constexpr int lowOrder = 60;
 constexpr int longestRetreat = 64;
 
 }  // namespace
