@@ -2,6 +2,9 @@
 // What one evaluation pass does with values that somebody asked for before.
 #include "solver/taylor_step.hpp"
 
+#include <cmath>
+#include <limits>
+
 #include "tests/unit/fixture.hpp"
 
 namespace {
@@ -22,6 +25,34 @@ TEST_F(EvaluationPass, ComputesAlgebraicEquationsAlsoWhenTheyWereAskedForBefore)
 
     EXPECT_EQ(x.result(), 5);
     EXPECT_FALSE(settings.forceRecompute);
+}
+
+/// y after ten points of y' = -y, the stamps moved to `stamp` before the sixth.
+real decayedAcross(int stamp, Evaluation evaluation) {
+    Settings settings;
+    const Calculus::Scope scope(settings);
+    settings.reset();
+    prepareText(settings, "y' = -y & 1;");
+    TaylorStep step(settings, settings.equations, evaluation);
+    for (int point = 0; point < 10; ++point) {
+        if (point == 5) {
+            settings.stepStamp = stamp;
+            settings.prevStepStamp = stamp - 1;
+        }
+        step.evaluate();
+        step.accept();
+    }
+    return settings.equations.find("y")->result();
+}
+
+TEST(Stamps, WrapWithoutHarm) {
+    for (const Evaluation evaluation : {Evaluation::NodeByNode, Evaluation::Scheduled}) {
+        const real plain = decayedAcross(100, evaluation);
+        // The first point shows the start value; nine steps of 0.1 follow.
+        EXPECT_NEAR(static_cast<double>(plain), std::exp(-0.9), 1e-10);
+        EXPECT_EQ(decayedAcross(std::numeric_limits<int>::max() - 2, evaluation), plain);
+        EXPECT_EQ(decayedAcross(-3, evaluation), plain);
+    }
 }
 
 }  // namespace
