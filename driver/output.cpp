@@ -85,8 +85,8 @@ public:
         if (bytes_.size() >= fullQueue && (line || bytes_.size() >= 16 * fullQueue)) flush();
     }
 
-    void flushIfDue() {
-        if (!bytes_.empty() && now() - flushed_ >= maxDelayMs) flush();
+    void flushIfDue(long time) {
+        if (!bytes_.empty() && time - flushed_ >= maxDelayMs) flush();
     }
 
     void flush() {
@@ -185,8 +185,9 @@ Output::Output(int resultsDescriptor, int logDescriptor, Delivery delivery) {
 Output::~Output() = default;
 
 void Output::tick() {
+    const long time = now();
     for (const auto& queue : queues_) {
-        if (queue) queue->flushIfDue();
+        if (queue) queue->flushIfDue(time);
     }
 }
 

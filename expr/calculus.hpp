@@ -28,10 +28,13 @@ public:
 /// so that a large order limit costs nothing before a series needs it.
 class StepTable {
 public:
-    real operator[](int i) {
+    const real& operator[](int i) {
         if (static_cast<std::size_t>(i) >= factors_.size()) extend(i);
         return factors_[static_cast<std::size_t>(i)];
     }
+
+    /// Entries 0 to i.
+    const real* upTo(int i) { return &(*this)[i] - i; }
 
     /// Number of factors in force: the order limit plus the trailing zero terms.
     int size() const { return size_; }

@@ -75,7 +75,7 @@ struct Bits {
     std::uint16_t signAndExponent = 0;
 };
 
-Bits bitsOf(real x) {
+Bits bitsOf(const real& x) {
     Bits bits;
     std::memcpy(&bits.mantissa, &x, sizeof bits.mantissa);
     std::memcpy(&bits.signAndExponent, reinterpret_cast<const char*>(&x) + sizeof bits.mantissa,
@@ -157,7 +157,7 @@ char* writeMantissa(char* out, std::uint64_t digits, int count) {
 
 }  // namespace
 
-bool roundToDecimal(real x, int n, Decimal& out) {
+bool roundToDecimal(const real& x, int n, Decimal& out) {
     const Bits bits = bitsOf(x);
     const int binary = (bits.signAndExponent & 0x7fff) - 16383;
     // Neither subnormal numbers nor those that the table does not reach.
@@ -192,7 +192,7 @@ bool roundToDecimal(real x, int n, Decimal& out) {
     return true;
 }
 
-char* writeScientific(char* out, real x, int precision) {
+char* writeScientific(char* out, const real& x, int precision) {
     if (precision < 0 || precision >= mostFigures) return nullptr;
     Decimal decimal;
     if (x != 0 && !roundToDecimal(x, precision + 1, decimal)) return nullptr;
@@ -201,7 +201,7 @@ char* writeScientific(char* out, real x, int precision) {
     return writeExponent(out, decimal.exponent);
 }
 
-char* writeGeneral(char* out, real x) {
+char* writeGeneral(char* out, const real& x) {
     constexpr int figures = 6;
     Decimal decimal;
     if (x != 0 && !roundToDecimal(x, figures, decimal)) return nullptr;

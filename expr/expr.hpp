@@ -44,6 +44,13 @@ enum class ExprType : int {
     Trunc = 30
 };
 
+/// Terms that somebody else than the nodes keeps.
+class ForeignTerms {
+public:
+    virtual ~ForeignTerms() = default;
+    virtual real term(int variable, int k) const = 0;
+};
+
 /// A node of a formula: gives its Taylor terms, its values, its symbolic derivative and its printed form.
 ///
 /// Term k of a node u over the step from t to t + h is h^k * u^(k)(t) / k!. Terms are cached per step and must be asked
@@ -155,8 +162,8 @@ public:
     /// True when InitialValue would answer without computing.
     bool knowsInitialValue() const;
 
-    real startValue() const { return start_; }
-    real result() const { return result_; }
+    const real& startValue() const { return start_; }
+    const real& result() const { return result_; }
     int termStamp() const { return termStamp_; }
     int resultStamp() const { return resultStamp_; }
     bool isSteady() const { return steady_; }
@@ -165,8 +172,7 @@ public:
     int highestTerm() const { return highest_; }
     /// Term k, once DY has computed it in this step.
     real term(int k) const {
-        const auto index = static_cast<std::size_t>(k);
-        return foreignTerms_ != nullptr ? foreignTerms_[index * foreignStride_] : terms_[index];
+        return foreignTerms_ != nullptr ? foreignTerms_->term(foreignName_, k) : terms_[static_cast<std::size_t>(k)];
     }
 
     /// Where a TermGraph put this node; it checks that the place is still the node's own.
@@ -190,9 +196,9 @@ protected:
     real start_ = 0;
     real result_ = 0;
     Ref derivative_;
-    /// Terms of this step where somebody else computed them, and how far they are apart; null otherwise.
-    const real* foreignTerms_ = nullptr;
-    std::size_t foreignStride_ = 0;
+    /// Who keeps the terms of this step, and what this node is called there; null when they are the node's own.
+    const ForeignTerms* foreignTerms_ = nullptr;
+    int foreignName_ = 0;
 
 private:
     friend struct ValueTask;

@@ -82,8 +82,8 @@ void Differential::BeginStep() {
     highest_ = 0;
     foreignTerms_ = nullptr;
     // A repeated step starts again from the same value.
-    if (calculus.prevStepStamp != calculus.stepStamp) start_ = result_;
-    termSlot(0) = start_;
+    if (calculus.prevStepStamp != calculus.stepStamp) copyBits(start_, result_);
+    copyBits(termSlot(0), start_);
 }
 
 void Differential::Result(real& out, bool) {
@@ -107,12 +107,12 @@ void Differential::takeSum(const SeriesSum& series) {
     result_ = series.sum;
 }
 
-void Differential::adopt(const SeriesSum& series, int highest, const real* terms, std::size_t stride) {
+void Differential::adopt(const SeriesSum& series, int highest, const ForeignTerms& terms, int variable) {
     takeSum(series);
     resultStamp_ = Calculus::current().stepStamp;
     highest_ = highest;
-    foreignTerms_ = terms;
-    foreignStride_ = stride;
+    foreignTerms_ = &terms;
+    foreignName_ = variable;
     noteSteadiness();
 }
 

@@ -81,9 +81,8 @@ public:
     int ownOrder() const { return ownOrder_; }
     bool onlyZeroTerms() const { return onlyZeroTerms_; }
 
-    /// Takes a sum that was made elsewhere. Its terms 0 to `highest` are `stride` numbers apart and must live until the
-    /// next step begins.
-    void adopt(const SeriesSum& series, int highest, const real* terms, std::size_t stride);
+    /// Takes a sum that was made elsewhere. `terms` has terms 0 to `highest` of `variable` until the next step begins.
+    void adopt(const SeriesSum& series, int highest, const ForeignTerms& terms, int variable);
 
     /// Breaks cycles of handles before a table of equations goes.
     void detach();

@@ -19,6 +19,11 @@ int piecewiseIndex() {
     return index;
 }
 
+std::size_t fieldSize(int width) { return width > 0 ? static_cast<std::size_t>(width) : 0; }
+
+/// Bytes that an integer of 64 bits may need.
+constexpr std::size_t integerTextSize = 20;
+
 }  // namespace
 
 void insertPieceByPiece(std::ostream& out) { out.iword(piecewiseIndex()) = 1; }
@@ -30,7 +35,7 @@ Line& Line::insert(std::string_view text) {
     return *this;
 }
 
-Line& Line::operator<<(real x) {
+Line& Line::operator<<(const real& x) {
     if (piecewise_) {
         out_ << x;
     } else if (const char* end = writeGeneral(room(decimalTextSize), x)) {
@@ -48,14 +53,12 @@ Line& Line::addInteger(std::int64_t n, int width) {
         out_ << std::setw(width) << n;
         return *this;
     }
-    char figures[24];
-    const char* end = std::to_chars(figures, figures + sizeof figures, n).ptr;
-    const auto count = static_cast<int>(end - figures);
-    for (int i = count; i < width; ++i) *this << ' ';
-    return *this << std::string_view(figures, static_cast<std::size_t>(count));
+    char* start = room(integerTextSize + fieldSize(width));
+    closeField(start, std::to_chars(start, start + integerTextSize, n).ptr, width);
+    return *this;
 }
 
-Line& Line::addScientific(real x, int precision, int width) {
+Line& Line::addScientific(const real& x, int precision, int width) {
     // A stream would take the field from the machine's stack.
     if (std::max(width, precision) > widestComposed) {
         write();
@@ -66,16 +69,9 @@ Line& Line::addScientific(real x, int precision, int width) {
         out_ << std::scientific << std::setprecision(precision) << std::setw(width) << x;
         return *this;
     }
-    const auto field = static_cast<std::ptrdiff_t>(std::max(width, 0));
-    char* start = room(static_cast<std::size_t>(decimalTextSize + field));
+    char* start = room(decimalTextSize + fieldSize(width));
     if (const char* end = writeScientific(start, x, precision)) {
-        const std::ptrdiff_t length = end - start;
-        const std::ptrdiff_t blanks = std::max<std::ptrdiff_t>(field - length, 0);
-        if (blanks > 0) {
-            std::memmove(start + blanks, start, static_cast<std::size_t>(length));
-            std::memset(start, ' ', static_cast<std::size_t>(blanks));
-        }
-        size_ += static_cast<std::size_t>(blanks + length);
+        closeField(start, end, width);
         return *this;
     }
     std::string text;
@@ -94,7 +90,19 @@ Line& Line::operator<<(EndOfLine) {
     return *this;
 }
 
+void Line::closeField(char* start, const char* end, int width) {
+    const auto length = static_cast<std::size_t>(end - start);
+    const std::size_t blanks = fieldSize(width) > length ? fieldSize(width) - length : 0;
+    if (blanks > 0) {
+        std::memmove(start + blanks, start, length);
+        std::memset(start, ' ', blanks);
+    }
+    size_ += blanks + length;
+}
+
 void Line::write() {
-    out_.write(text_.data(), static_cast<std::streamsize>(size_));
+    const auto count = static_cast<std::streamsize>(size_);
     size_ = 0;
+    // Straight to the buffer: the stream would look at its state and at what is tied to it before and after.
+    if (out_.rdbuf()->sputn(text_.data(), count) != count) out_.setstate(std::ios_base::badbit);
 }

@@ -39,13 +39,13 @@ public:
     }
 
     /// As a fresh stream shows it: six significant digits.
-    Line& operator<<(real x);
+    Line& operator<<(const real& x);
 
     /// Right-aligned in a field of blanks.
     Line& addInteger(std::int64_t n, int width = 0);
 
     /// In scientific notation, right-aligned; any precision and width, in constant memory.
-    Line& addScientific(real x, int precision, int width);
+    Line& addScientific(const real& x, int precision, int width);
 
     /// Ends the line and writes it.
     Line& operator<<(EndOfLine);
@@ -58,6 +58,8 @@ private:
         if (text_.size() - size_ < count) text_.resize(2 * text_.size() + count);
         return text_.data() + size_;
     }
+    /// The text from start to end is in place; makes it a field of the line, right-aligned.
+    void closeField(char* start, const char* end, int width);
     void write();
 
     std::ostream& out_;

@@ -15,7 +15,7 @@ constexpr int allDigits = 16500;
 
 }  // namespace
 
-void appendScientific(std::string& text, real x, int precision) {
+void appendScientific(std::string& text, const real& x, int precision) {
     char figures[decimalTextSize];
     if (const char* end = writeScientific(figures, x, precision)) {
         text.append(static_cast<const char*>(figures), end);
@@ -38,7 +38,7 @@ void appendScientific(std::string& text, real x, int precision) {
     }
 }
 
-void appendGeneral(std::string& text, real x) {
+void appendGeneral(std::string& text, const real& x) {
     char small[64];
     if (const char* end = writeGeneral(small, x)) {
         text.append(static_cast<const char*>(small), end);

@@ -3,9 +3,13 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 
 /// x87 extended format: 64-bit mantissa, 15-bit exponent.
 using real = long double;
+
+/// As `to = from`, by plain moves: storing from the x87 unit takes longer than anything else a point does per variable.
+inline void copyBits(real& to, const real& from) { std::memcpy(&to, &from, sizeof to); }
 
 /// Text to number through the double conversion, then widened; text that is not a number gives 0.
 real realFromText(const char* text);

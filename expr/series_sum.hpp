@@ -2,7 +2,9 @@
 // The sum of a variable's Taylor series, with its stop at a negligible tail.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 
 #include "expr/calculus.hpp"
@@ -14,6 +16,14 @@ struct SeriesSum {
     int k = 0;
     int negligible = 0;
     bool onlyZeros = true;
+
+    /// With term 0 taken.
+    static SeriesSum from(const real& start, const Calculus& calculus) {
+        SeriesSum series;
+        series.sum = calculus.zero;
+        series.add(start, calculus);
+        return series;
+    }
 
     bool wantsMore(const Calculus& calculus) const { return k < calculus.maxOrder && negligible < calculus.zeroTerms; }
 
@@ -28,6 +38,18 @@ struct SeriesSum {
             negligible = 0;
         }
         ++k;
+    }
+
+    /// Takes up to `count` terms, `stride` numbers apart, and none after the last that it wants.
+    template <class Cell>
+    [[gnu::noinline]] void addRun(const Cell* terms, std::size_t stride, int count, const Calculus& calculus) {
+        // A copy, so that the sum stays in a register.
+        SeriesSum series = *this;
+        const int most = std::min(count, calculus.maxOrder - k);
+        for (int i = 0; i < most && series.negligible < calculus.zeroTerms; ++i) {
+            series.add(terms[static_cast<std::size_t>(i) * stride], calculus);
+        }
+        *this = series;
     }
 
     /// The trailing negligible terms are in the sum but not in the order.

@@ -11,7 +11,18 @@ EquationTable::~EquationTable() {
     for (Differential& variable : *this) variable.detach();
 }
 
-void EquationTable::enter(Differential* variable) { map_[variable->name()] = Expr::Ref(variable); }
+void EquationTable::enter(Differential* variable) {
+    map_[variable->name()] = Expr::Ref(variable);
+    list_.clear();
+}
+
+const std::vector<Differential*>& EquationTable::list() const {
+    if (list_.empty()) {
+        list_.reserve(size());
+        for (Differential& variable : *this) list_.push_back(&variable);
+    }
+    return list_;
+}
 
 Differential* EquationTable::find(const std::string& name) const {
     const auto found = map_.find(name);

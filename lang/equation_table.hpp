@@ -4,6 +4,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include "expr/leaves.hpp"
 
@@ -49,8 +50,12 @@ public:
     Iterator begin() const { return Iterator(map_.begin()); }
     Iterator end() const { return Iterator(map_.end()); }
 
+    /// The same variables as a list, for loops at every point; good until the next one is entered.
+    const std::vector<Differential*>& list() const;
+
 private:
     Map map_;
+    mutable std::vector<Differential*> list_;
 };
 
 /// What an input text defines.

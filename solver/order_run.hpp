@@ -1,31 +1,87 @@
 // SPDX-License-Identifier: MIT
-// Runs a program for one order.
+// Runs programs order by order, over terms stored as pairs of doubles as long as these can hold them.
 #pragma once
 
 #include <vector>
 
-#include "expr/series_sum.hpp"
+#include "expr/calculus.hpp"
 #include "solver/program.hpp"
 #include "solver/term_arrays.hpp"
 
 /// What a program works on.
-struct OrderState {
+template <class Cell>
+struct OrderTerms {
+    OrderTerms(std::size_t slots, std::size_t variables, std::size_t arrayCount)
+        : now(slots), constant(slots), rows(variables), arrays(arrayCount) {}
+
     /// Per slot that is not a variable: the term of the present order, and term 0 of constants.
-    std::vector<real> now;
-    std::vector<real> constant;
-    TermArrays arrays;
-
-    /// Per variable.
-    std::vector<SeriesSum> sums;
-
-    /// Some sum has just ended; some term is not finite.
-    bool anyEnded = false;
-    bool anyWild = false;
+    std::vector<Cell> now;
+    std::vector<Cell> constant;
+    /// Terms of all variables, one row per order.
+    std::vector<Cell> rows;
+    TermArrays<Cell> arrays;
 };
 
-/// Runs orders `first` to `last`, or until some sum has ended or some term is not finite; returns the order after them.
+/// The terms of one point.
 ///
-/// Order k gives terms k of all slots from terms k of all variables, and terms k + 1 of the variables. `row`: terms
-/// `first` of the variables; a row has `rowSize` terms, and the next rows follow.
-int runOrders(const Program& program, int first, int last, real* row, std::size_t rowSize, Calculus& calculus,
-              OrderState& state);
+/// All are kept as pairs of doubles until one comes that two doubles cannot hold. From there to the end of the point
+/// all are kept as they are; when one is not finite, that is told. Orders have to be run in rising order, and `reserve`
+/// makes room before.
+class OrderRun {
+public:
+    OrderRun(std::size_t slots, std::size_t variables, std::size_t arrays);
+
+    /// Forgets all terms.
+    void clear() { isWide_ = false; }
+
+    /// Makes room for running orders up to `last`.
+    void reserve(int last) {
+        if (last > reserved_) grow(last);
+    }
+
+    /// Term 0 of a variable, kept in `array` as well unless that is none. False when it is not finite.
+    bool setStart(int variable, int array, const real& start);
+
+    /// The present term of a slot. False when it is not finite.
+    bool setNow(int slot, real term);
+
+    /// Takes the present term of each of these slots for its term 0 as a constant.
+    void keepConstants(const std::vector<int>& slots);
+
+    /// Runs orders `first` to `last`: order k gives terms k of all slots from terms k of all variables, and terms k + 1
+    /// of the variables. False as soon as some term is not finite.
+    bool run(const Program& program, int first, int last, StepTable& stepTable);
+
+    real term(int variable, int k) const {
+        const std::size_t index = at(variable, k);
+        return isWide_ ? wide_.rows[index] : static_cast<real>(narrow_.rows[index]);
+    }
+
+    /// Adds terms `first` to `last` of a variable, but none after the last that the sum wants.
+    template <class Sum>
+    void addTerms(Sum& sum, int variable, int first, int last, const Calculus& calculus) const {
+        const auto count = last - first + 1;
+        if (isWide_) {
+            sum.addRun(&wide_.rows[at(variable, first)], variables_, count, calculus);
+        } else {
+            sum.addRun(&narrow_.rows[at(variable, first)], variables_, count, calculus);
+        }
+    }
+
+private:
+    std::size_t at(int variable, int k) const {
+        return static_cast<std::size_t>(k) * variables_ + static_cast<std::size_t>(variable);
+    }
+    void grow(int last);
+    void goWide();
+
+    /// Does a thing that stores terms; again, with the other form, when the first form cannot hold one of them.
+    template <class Step>
+    bool store(const Step& step);
+
+    std::size_t variables_;
+    bool isWide_ = false;
+    int reserved_ = -1;
+    OrderTerms<Halves> narrow_;
+    OrderTerms<real> wide_;
+};

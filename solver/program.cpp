@@ -8,6 +8,7 @@ namespace {
 
 using Kind = TermGraph::Kind;
 using Code = Program::Code;
+using Result = Program::Result;
 
 constexpr int none = TermGraph::none;
 
@@ -75,7 +76,6 @@ private:
             return;
         }
         if (!isOperation(slot)) return;
-        if (isConstant(slot)) programs_.computedConstants.push_back(slot);
         if (isProduct(slot)) {
             giveArray(left(slot), true);
             giveArray(right(slot), true);
@@ -129,7 +129,7 @@ private:
             case Kind::Negate:
                 return Code::Negate;
             case Kind::Multiply:
-                return isProduct(slot) ? Code::LoadProduct : Code::Scale;
+                return isProduct(slot) ? Code::Product : Code::Scale;
             case Kind::Divide:
                 return isQuotient(slot) ? Code::Quotient : Code::Ratio;
             default:
@@ -150,66 +150,95 @@ private:
                values_[at(values_[at(chain_.back())].carried)].isCarried) {
             chain_.push_back(values_[at(chain_.back())].carried);
         }
-        Program& program = isConstant(slot) ? programs_.constants : programs_.varying;
-        const std::size_t begin = program.instructions.size();
-        if (!isProduct(chain_.back()))
-            program.instructions.push_back(reading(Code::Load, values_[at(chain_.back())].carried));
-        for (auto step = chain_.rbegin(); step != chain_.rend(); ++step) emitOperation(*step, program);
-        if (value.uses > 0 || isConstant(slot)) program.instructions.push_back({Code::Store, false, slot, 0});
-        if (isConstant(slot)) {
-            program.chains.push_back({slot, static_cast<int>(program.instructions.size() - begin)});
-            emitLeaf(slot);
-            return;
-        }
-        for (int taker = value.firstTaker; taker != none; taker = nextTaker_[at(taker)]) emitNext(taker);
-        program.chains.push_back({slot, static_cast<int>(program.instructions.size() - begin)});
+        beginChain(isConstant(slot) ? programs_.constants : programs_.varying);
+        if (!isProduct(chain_.back())) load(values_[at(chain_.back())].carried);
+        for (auto step = chain_.rbegin(); step != chain_.rend(); ++step) emitOperation(*step);
+        if (value.uses > 0 || isConstant(slot)) leave(Result::Store, slot, none);
+        if (!isConstant(slot)) emitNext(value.firstTaker);
+        endChain(slot);
+        if (isConstant(slot)) emitLeaf(slot);
     }
 
-    void emitOperation(int slot, Program& program) {
+    void emitOperation(int slot) {
         const Value& value = values_[at(slot)];
         const Code code = codeOf(slot);
-        Program::Instruction instruction{code, false, value.other, 0};
-        if (code == Code::LoadProduct || code == Code::PlusProduct || code == Code::MinusProduct) {
-            const int product = code == Code::LoadProduct ? slot : value.other;
-            instruction.a = values_[at(left(product))].array;
-            instruction.b = values_[at(right(product))].array;
+        if (code == Code::Product || code == Code::PlusProduct || code == Code::MinusProduct) {
+            const int product = code == Code::Product ? slot : value.other;
+            operate(code, {false, values_[at(left(product))].array}, values_[at(right(product))].array);
         } else if (code == Code::Quotient) {
-            instruction.a = value.array;
-            instruction.b = values_[at(right(slot))].array;
+            operate(code, {false, value.array}, values_[at(right(slot))].array);
         } else if (code == Code::Plus || code == Code::Minus || code == Code::MinusFrom) {
-            instruction = reading(code, value.other);
+            operate(code, operandAt(value.other), none);
+        } else {
+            operate(code, {false, value.other}, none);
         }
-        program.instructions.push_back(instruction);
-        if (value.array != none) program.instructions.push_back({Code::Keep, false, value.array, 0});
+        if (value.array != none) leave(Result::Keep, none, value.array);
     }
 
     /// Variables, time and constants need no computing, but may be summed over or be somebody's right-hand side.
     void emitLeaf(int slot) {
         const Value& value = values_[at(slot)];
-        Program& program = programs_.varying;
         if (value.array != none && !graph_.isVariable(slot)) {
-            program.instructions.push_back(reading(Code::Load, slot));
-            program.instructions.push_back({Code::Keep, false, value.array, 0});
-            program.chains.push_back({slot, 2});
+            beginChain(programs_.varying);
+            load(slot);
+            leave(Result::Keep, none, value.array);
+            endChain(slot);
         }
         for (int taker = value.firstTaker; taker != none; taker = nextTaker_[at(taker)]) {
-            const std::size_t begin = program.instructions.size();
-            program.instructions.push_back(reading(Code::Load, slot));
-            emitNext(taker);
-            program.chains.push_back(
-                {programs_.variables[at(taker)].slot, static_cast<int>(program.instructions.size() - begin)});
+            beginChain(programs_.varying);
+            load(slot);
+            leaveNext(taker);
+            endChain(programs_.variables[at(taker)].slot);
         }
     }
 
-    void emitNext(int taker) {
-        Programs::Variable& variable = programs_.variables[at(taker)];
-        variable.array = values_[at(variable.slot)].array;
-        programs_.varying.instructions.push_back({Code::Next, false, taker, variable.array});
+    void emitNext(int firstTaker) {
+        for (int taker = firstTaker; taker != none; taker = nextTaker_[at(taker)]) leaveNext(taker);
     }
 
-    Program::Instruction reading(Code code, int slot) const {
+    void leaveNext(int taker) {
+        Programs::Variable& variable = programs_.variables[at(taker)];
+        variable.array = values_[at(variable.slot)].array;
+        leave(variable.array == none ? Result::Next : Result::NextKept, taker, variable.array);
+    }
+
+    // Instructions: a load, an operation and a result share one where they follow each other.
+
+    void beginChain(Program& program) {
+        program_ = &program;
+        chainBegin_ = program.instructions.size();
+    }
+
+    void endChain(int owner) {
+        program_->chains.push_back({owner, static_cast<int>(program_->instructions.size() - chainBegin_)});
+    }
+
+    void load(int slot) {
+        program_->instructions.emplace_back();
+        program_->instructions.back().load = operandAt(slot);
+    }
+
+    void operate(Code code, Program::Operand a, int b) {
+        std::vector<Program::Instruction>& list = program_->instructions;
+        const bool open =
+            list.size() > chainBegin_ && list.back().code == Code::Nothing && list.back().result == Result::Nothing;
+        if (!open) list.emplace_back();
+        list.back().code = code;
+        list.back().a = a;
+        list.back().b = b;
+    }
+
+    void leave(Result result, int target, int array) {
+        std::vector<Program::Instruction>& list = program_->instructions;
+        if (list.back().result != Result::Nothing) list.emplace_back();
+        list.back().result = result;
+        list.back().target = target;
+        list.back().array = array;
+    }
+
+    Program::Operand operandAt(int slot) const {
         const bool ofVariable = graph_.isVariable(slot);
-        return {code, ofVariable, ofVariable ? variableAt_[at(slot)] : slot, 0};
+        return {ofVariable, ofVariable ? variableAt_[at(slot)] : slot};
     }
 
     const TermGraph& graph_;
@@ -219,6 +248,8 @@ private:
     std::vector<int> nextTaker_;
     std::vector<int> variableAt_;
     std::vector<int> chain_;
+    Program* program_ = nullptr;
+    std::size_t chainBegin_ = 0;
 };
 
 }  // namespace

@@ -8,22 +8,19 @@
 
 /// Instructions that give every value of a graph its term k and every variable its term k + 1.
 ///
-/// A chain begins with a load and ends with what becomes of the accumulator. Values that one other value needs live in
-/// the accumulator only. With s a slot, x, y term arrays, v a variable and acc the accumulator:
-///     Load s, Plus s, Minus s         acc = s, acc + s, acc - s
-///     MinusFrom s                     acc = s - acc
+/// An instruction may load the accumulator, then does one operation on it, and may leave its value somewhere. A chain
+/// of instructions begins with a load or a product and makes one value; values that one other value needs live in the
+/// accumulator only. With s a slot or a variable, x, y term arrays and acc the accumulator, operations are:
+///     Plus s, Minus s                 acc + s, acc - s
+///     MinusFrom s                     s - acc
 ///     Negate, Truncate                of acc
-///     Scale s, Ratio s                acc = 0 + acc * s, acc / s, for the constant in s
-///     LoadProduct x y                 acc = term k of x * y
-///     PlusProduct, MinusProduct x y   the same added to or subtracted from acc
-///     Quotient x y                    acc = (acc - sum over x and y) / first term of y; x is the quotient itself
-///     Store s, Keep x                 acc into s, acc as term k into x
-///     Next v x                        term k + 1 of variable v from acc, and into x unless x is none
-///
-/// Operands of Load to MinusFrom are slots or, with `ofVariable`, variables.
+///     Scale s, Ratio s                0 + acc * s, acc / s, for the constant in s
+///     Product x y                     term k of x * y
+///     PlusProduct, MinusProduct x y   acc plus or minus that
+///     Quotient x y                    (acc - sum over x and y) / first term of y; x is the quotient itself
 struct Program {
     enum class Code : unsigned char {
-        Load,
+        Nothing,
         Plus,
         Minus,
         MinusFrom,
@@ -31,20 +28,29 @@ struct Program {
         Truncate,
         Scale,
         Ratio,
-        LoadProduct,
+        Product,
         PlusProduct,
         MinusProduct,
-        Quotient,
-        Store,
-        Keep,
-        Next
+        Quotient
     };
+    /// What becomes of the accumulator: the present term of a slot, term k of an array, or what term k + 1 of a
+    /// variable is made from, kept in an array as well or not.
+    enum class Result : unsigned char { Nothing, Store, Keep, Next, NextKept };
 
+    struct Operand {
+        bool ofVariable = false;
+        int index = TermGraph::none;
+    };
     struct Instruction {
-        Code code;
-        bool ofVariable;
-        int a;
-        int b;
+        Operand load;
+        Code code = Code::Nothing;
+        Result result = Result::Nothing;
+        /// Of the operation: one operand, or two arrays.
+        Operand a;
+        int b = TermGraph::none;
+        /// Slot or variable that takes the result, and the array.
+        int target = TermGraph::none;
+        int array = TermGraph::none;
     };
     /// `owner`: the slot that the chain makes, or the variable that takes it.
     struct Chain {
@@ -56,6 +62,7 @@ struct Program {
     Program needing(const std::vector<char>& needed) const;
 
     std::vector<Chain> chains;
+    /// Those of the chains, one after the other.
     std::vector<Instruction> instructions;
 };
 
@@ -75,6 +82,4 @@ struct Programs {
     Program varying;
     std::vector<Variable> variables;
     int arrays = 0;
-    /// Constants that are computed. As factors they have only zero terms while they are finite.
-    std::vector<int> computedConstants;
 };

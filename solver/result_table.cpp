@@ -11,11 +11,17 @@ ResultTable::ResultTable(std::ostream& out, const Calculus& calculus, const Layo
       equations_(equations),
       stiffness_(stiffness) {}
 
-bool ResultTable::isColumn(const Differential& variable) const {
-    return variable.isSelected() && (layout_.printTempEquations || !hasPercent(variable.name()));
+void ResultTable::findColumns() {
+    hasColumns_ = true;
+    columns_.clear();
+    for (const Differential& variable : equations_) {
+        if (!variable.isSelected()) continue;
+        if (layout_.printTempEquations || !hasPercent(variable.name())) columns_.push_back(&variable);
+    }
 }
 
 void ResultTable::writeHeader() {
+    findColumns();
     if (layout_.points3D >= 1) {
         writeMatrixHeader();
     } else {
@@ -26,9 +32,7 @@ void ResultTable::writeHeader() {
 
 void ResultTable::writeTableHeader() {
     line_ << (layout_.printOrderColumn ? "# ORDER" : "# ") << " TIME";
-    for (const Differential& variable : equations_) {
-        if (isColumn(variable)) line_ << ' ' << variable.name();
-    }
+    for (const Differential* variable : columns_) line_ << ' ' << variable->name();
     // Both titles say max, on purpose; the first column is the smallest term.
     if (calculus_.useAllTerms) line_ << " log(|DY(max)|)     log(|DY(max)|)    h";
 }
@@ -49,6 +53,7 @@ void ResultTable::writeMatrixHeader() {
 }
 
 void ResultTable::writeRow(RowFlag flag) {
+    if (!hasColumns_) findColumns();
     if (layout_.points3D < 1) {
         if (flag == RowFlag::Set) return;
         writeTableRow();
@@ -68,9 +73,8 @@ void ResultTable::writeTableRow() {
     if (layout_.printOrderColumn) line_.addInteger(calculus_.orderUsed, 3) << ' ';
     line_ << ' ';
     line_.addScientific(calculus_.time, numbers_.printPrecision, 0);
-    for (const Differential& variable : equations_) {
-        if (!isColumn(variable)) continue;
-        const real value = variable.result();
+    for (const Differential* variable : columns_) {
+        const real& value = variable->result();
         line_ << (value < 0 ? " " : "  ");
         line_.addScientific(value, numbers_.printPrecision, numbers_.printWidth);
     }
@@ -82,9 +86,8 @@ void ResultTable::writeTableRow() {
 
 void ResultTable::writeMatrixRow() {
     int count = 0;
-    for (const Differential& variable : equations_) {
-        if (!isColumn(variable)) continue;
-        line_ << ' ' << variable.result();
+    for (const Differential* variable : columns_) {
+        line_ << ' ' << variable->result();
         if (++count == layout_.points3D) {
             line_ << '\n';
             count = 0;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <vector>
 
 #include "expr/calculus.hpp"
 #include "expr/line.hpp"
@@ -33,7 +34,7 @@ private:
     void writeMatrixHeader();
     void writeTableRow();
     void writeMatrixRow();
-    bool isColumn(const Differential& variable) const;
+    void findColumns();
 
     Line line_;
     const Calculus& calculus_;
@@ -41,4 +42,7 @@ private:
     const NumberSettings& numbers_;
     const EquationTable& equations_;
     const Stiffness& stiffness_;
+    /// What rows show; found with the header, or with the first row when there is none.
+    std::vector<const Differential*> columns_;
+    bool hasColumns_ = false;
 };

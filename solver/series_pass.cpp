@@ -3,12 +3,11 @@
 #include "solver/series_pass.hpp"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
 /// Orders that run without a look at what else there is to do.
-constexpr int ordersAtOnce = 16;
+constexpr int mostAtOnce = 16;
 
 TermGraph begunGraph(const EquationTable& equations) {
     TermGraph graph(equations);
@@ -24,7 +23,8 @@ SeriesPass::SeriesPass(Calculus& calculus, const EquationTable& equations)
       first_(congruentSlots(graph_)),
       programs_(graph_, first_),
       highestTerms_(graph_),
-      component_(components(graph_, first_)) {
+      component_(components(graph_, first_)),
+      run_(graph_.slots.size(), programs_.variables.size(), at(programs_.arrays)) {
     for (int slot = 0; slot < graph_.size(); ++slot) {
         if (first_[at(slot)] != slot) continue;
         usersFirst_.push_back(slot);
@@ -37,31 +37,24 @@ SeriesPass::SeriesPass(Calculus& calculus, const EquationTable& equations)
     const int variables = static_cast<int>(programs_.variables.size());
     for (int i = 0; i < variables; ++i) standIn_[at(programs_.variables[at(i)].slot)] = i;
     for (int i = 0; i < graph_.variables; ++i) standIn_[at(i)] = standIn_[at(first_[at(i)])];
-    state_.now.resize(graph_.slots.size());
-    state_.constant.resize(graph_.slots.size());
-    state_.arrays.setCount(at(programs_.arrays));
-    state_.sums.resize(programs_.variables.size());
-    rowSize_ = programs_.variables.size();
-    rows_.resize(rowSize_);
+    sums_.resize(programs_.variables.size());
     highest_.resize(at(graph_.variables));
     wantingIn_.resize(graph_.slots.size());
 }
 
-void SeriesPass::begin() {
-    state_.arrays.clear();
+bool SeriesPass::begin() {
+    run_.clear();
     for (const int leaf : leaves_) graph_[leaf].node->BeginStep();
     for (int i = 0; i < graph_.variables; ++i) graph_[i].node->BeginStep();
     std::fill(wantingIn_.begin(), wantingIn_.end(), 0);
     wanting_.clear();
+    ends_.clear();
     for (std::size_t i = 0; i < programs_.variables.size(); ++i) {
         const Programs::Variable& variable = programs_.variables[i];
-        const real start = graph_[variable.slot].node->startValue();
-        rows_[i] = start;
-        if (variable.array != TermGraph::none) state_.arrays.keep(variable.array, 0, start);
-        SeriesSum& series = state_.sums[i];
-        series = SeriesSum();
-        series.sum = calculus_.zero;
-        series.add(start, calculus_);
+        const real& start = graph_[variable.slot].node->startValue();
+        if (!run_.setStart(static_cast<int>(i), variable.array, start)) return false;
+        const SeriesSum series = SeriesSum::from(start, calculus_);
+        sums_[i] = series;
         if (!series.wantsMore(calculus_)) continue;
         wanting_.push_back(static_cast<int>(i));
         ++wantingIn_[at(component_[at(variable.slot)])];
@@ -71,38 +64,48 @@ void SeriesPass::begin() {
     } else {
         useNeeded();
     }
+    return true;
 }
 
-void SeriesPass::setLeaves(int k) {
-    for (const int leaf : leaves_) graph_[leaf].node->DY(k, state_.now[at(leaf)]);
+bool SeriesPass::setLeaves(int k) {
+    return std::all_of(leaves_.begin(), leaves_.end(), [&](int leaf) {
+        real term = 0;
+        graph_[leaf].node->DY(k, term);
+        return run_.setNow(leaf, term);
+    });
 }
 
 bool SeriesPass::runConstants(int k) {
-    runOrders(programs_.constants, k, k, nullptr, 0, calculus_, state_);
-    if (k == 1) return true;
-    for (const int slot : constants_) state_.constant[at(slot)] = state_.now[at(slot)];
-    return std::all_of(programs_.computedConstants.begin(), programs_.computedConstants.end(),
-                       [this](int slot) { return std::isfinite(state_.constant[at(slot)]); });
+    if (constants_.empty()) return true;
+    // Factors that are constant have only zero terms after the first while all of them are finite.
+    if (!run_.run(programs_.constants, k, k, calculus_.stepTable)) return false;
+    if (k == 0) run_.keepConstants(constants_);
+    return true;
 }
 
-int SeriesPass::makeRoom(int k) {
+int SeriesPass::lastAtOnce(int k) const {
     // Until order 2 leaves change from order to order.
-    const int last = k < 2 ? k : k + ordersAtOnce - 1;
-    const std::size_t wanted = (at(last) + 2) * rowSize_;
-    if (rows_.size() < wanted) rows_.resize(wanted);
-    state_.arrays.reserve(last + 1);
-    return last;
+    if (k < 2 && !leaves_.empty()) return k;
+    // One order less than the point before took, so that few are computed in vain.
+    const auto end = std::find_if(endsBefore_.begin(), endsBefore_.end(), [k](int orders) { return orders - 1 > k; });
+    return end == endsBefore_.end() ? k : std::min(*end - 2, k + mostAtOnce - 1);
 }
 
-void SeriesPass::dropEnded() {
-    const auto ended = std::remove_if(wanting_.begin(), wanting_.end(), [this](int index) {
-        if (state_.sums[at(index)].wantsMore(calculus_)) return false;
+void SeriesPass::addTerms(int first, int last) {
+    int orders = 0;
+    const auto ended = std::remove_if(wanting_.begin(), wanting_.end(), [&](int index) {
+        SeriesSum& series = sums_[at(index)];
+        run_.addTerms(series, index, first, last, calculus_);
+        if (series.wantsMore(calculus_)) return false;
+        orders = std::max(orders, series.k - 1);
         if (--wantingIn_[at(component_[at(programs_.variables[at(index)].slot)])] == 0) stale_ = true;
         return true;
     });
     wanting_.erase(ended, wanting_.end());
+    if (orders == 0 || !stale_) return;
+    ends_.push_back(orders);
     // Only when all sums of a component have ended something may have become useless.
-    if (stale_ && !wanting_.empty() && 4 * wanting_.size() <= 3 * marked_) useNeeded();
+    if (!wanting_.empty() && 4 * wanting_.size() <= 3 * marked_) useNeeded();
 }
 
 void SeriesPass::useAll() {
@@ -141,26 +144,27 @@ void SeriesPass::useNeeded() {
 }
 
 void SeriesPass::handOver() {
-    for (int i = 0; i < graph_.variables; ++i) highest_[at(i)] = state_.sums[at(standIn_[at(i)])].k - 1;
+    for (int i = 0; i < graph_.variables; ++i) highest_[at(i)] = sums_[at(standIn_[at(i)])].k - 1;
     highestTerms_.spread(highest_);
     for (int i = 0; i < graph_.variables; ++i) {
-        const std::size_t index = at(standIn_[at(i)]);
-        auto& variable = static_cast<Differential&>(*graph_[i].node);
-        variable.adopt(state_.sums[index], highest_[at(i)], &rows_[index], rowSize_);
+        const int standIn = standIn_[at(i)];
+        static_cast<Differential&>(*graph_[i].node).adopt(sums_[at(standIn)], highest_[at(i)], *this, standIn);
     }
 }
 
 bool SeriesPass::sumAll() {
-    begin();
+    if (!begin()) return false;
     for (int k = 0; !wanting_.empty();) {
         // From term 2 on every leaf is zero, and what is computed from constants only is what it was at term 1.
-        if (k <= 2) setLeaves(k);
+        if (k <= 2 && !setLeaves(k)) return false;
         if (k <= 1 && !runConstants(k)) return false;
-        const int last = makeRoom(k);
-        k = runOrders(*active_, k, last, &rows_[at(k) * rowSize_], rowSize_, calculus_, state_);
-        if (state_.anyWild) return false;
-        if (state_.anyEnded) dropEnded();
+        const int last = lastAtOnce(k);
+        run_.reserve(last);
+        if (!run_.run(*active_, k, last, calculus_.stepTable)) return false;
+        addTerms(k + 1, last + 1);
+        k = last + 1;
     }
     handOver();
+    std::swap(ends_, endsBefore_);
     return true;
 }

@@ -13,7 +13,7 @@
 /// Each value of the graph has a slot, values with the same terms share one. At order k the program gives every slot in
 /// use its term k, then every variable in use gets term k + 1. A variable whose own sum has ended is computed only
 /// while others need it.
-class SeriesPass {
+class SeriesPass final : public ForeignTerms {
 public:
     /// Variables must have begun the step: their start values decide which of them are congruent.
     SeriesPass(Calculus& calculus, const EquationTable& equations);
@@ -22,15 +22,19 @@ public:
     /// shortcut needs it to be.
     bool sumAll();
 
+    /// Term k of a variable of the program, as far as the last pass computed it.
+    real term(int variable, int k) const override { return run_.term(variable, k); }
+
 private:
     static std::size_t at(int i) { return static_cast<std::size_t>(i); }
 
-    void begin();
-    void setLeaves(int k);
+    bool begin();
+    bool setLeaves(int k);
     bool runConstants(int k);
-    /// Room for the orders from k on; returns the last one that can run at once.
-    int makeRoom(int k);
-    void dropEnded();
+    /// The last order that can run at once with order k.
+    int lastAtOnce(int k) const;
+    /// Adds terms `first` to `last` to the sums; those that end want no more.
+    void addTerms(int first, int last);
     void useAll();
     void useNeeded();
     void handOver();
@@ -49,10 +53,9 @@ private:
     /// Per variable of the graph: the variable of the program that stands for it.
     std::vector<int> standIn_;
 
-    OrderState state_;
-    // Terms of all variables, one row per order.
-    std::vector<real> rows_;
-    std::size_t rowSize_ = 0;
+    OrderRun run_;
+    /// Per variable of the program.
+    std::vector<SeriesSum> sums_;
     std::vector<int> highest_;
 
     // Variables whose sum goes on, their number per component, and the part of the program that they need.
@@ -63,4 +66,9 @@ private:
     Program part_;
     std::size_t marked_ = 0;
     bool stale_ = false;
+
+    /// Orders after which all sums of some component had ended: at the point before and, so far, at this one. There is
+    /// no use in looking for ends much earlier.
+    std::vector<int> endsBefore_;
+    std::vector<int> ends_;
 };

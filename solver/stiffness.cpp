@@ -11,7 +11,7 @@
 namespace {
 
 /// Exponent for a mantissa in [0.5, 1), read from the number itself; 0 for zero and for what is not finite.
-int binaryExponent(real x) {
+int binaryExponent(const real& x) {
     std::uint16_t signAndExponent = 0;
     std::memcpy(&signAndExponent, reinterpret_cast<const char*>(&x) + 8, sizeof signAndExponent);
     const int biased = signAndExponent & 0x7fff;
@@ -29,27 +29,27 @@ void Stiffness::findExtremes() {
     real largest = -smallest;
     const Differential* ofSmallest = nullptr;
     const Differential* ofLargest = nullptr;
-    for (const Differential& variable : equations_) {
+    for (const Differential* variable : equations_.list()) {
         int order = -1;
         real term = 0;
-        variable.LastTerm(order, term);
+        variable->LastTerm(order, term);
         if (order <= 0) continue;
         const real magnitude = std::fabs(term);
         // Ties stay with the equation that comes first.
         if (smallest > magnitude) {
             smallest = magnitude;
-            ofSmallest = &variable;
+            ofSmallest = variable;
         }
         if (magnitude > largest) {
             largest = magnitude;
-            ofLargest = &variable;
+            ofLargest = variable;
         }
     }
     smallest_ = extreme(ofSmallest, smallest);
     largest_ = extreme(ofLargest, largest);
 }
 
-Stiffness::Extreme Stiffness::extreme(const Differential* variable, real magnitude) {
+Stiffness::Extreme Stiffness::extreme(const Differential* variable, const real& magnitude) {
     return {variable != nullptr ? std::string_view(variable->name()) : "", binaryExponent(magnitude)};
 }
 

@@ -34,7 +34,7 @@ private:
     };
 
     void findExtremes();
-    static Extreme extreme(const Differential* variable, real magnitude);
+    static Extreme extreme(const Differential* variable, const real& magnitude);
 
     const StiffnessSettings& settings_;
     const EquationTable& equations_;

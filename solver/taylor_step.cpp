@@ -39,14 +39,14 @@ void TaylorStep::evaluate() {
     calculus_.orderUsed = 0;
     steadyCount_ = 0;
     // What the schedule leaves is summed by the nodes, when their turn comes below.
-    if (evaluation_ == Evaluation::Scheduled) schedule_.sumAll();
-    for (Differential& variable : equations_) {
-        const bool isAlgebraic = variable.type() == ExprType::Algebraic;
+    const bool summed = evaluation_ == Evaluation::Scheduled && schedule_.sumAll();
+    for (Differential* variable : equations_.list()) {
+        const bool isAlgebraic = variable->type() == ExprType::Algebraic;
         real value = 0;
         // Algebraic equations are computed at every visit, also when somebody asked for them before.
         if (isAlgebraic) calculus_.forceRecompute = true;
-        variable.Value(value);
-        if (variable.isSteady()) ++steadyCount_;
+        if (isAlgebraic || !summed) variable->Value(value);
+        if (variable->isSteady()) ++steadyCount_;
         if (isAlgebraic) calculus_.forceRecompute = false;
     }
 }

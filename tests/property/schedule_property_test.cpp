@@ -136,6 +136,38 @@ std::vector<Shown> solved(const std::string& text, const Limits& limits, Evaluat
     return shown;
 }
 
+void expectSameBits(const std::string& text, const Limits& limits, std::size_t& compared) {
+    const std::vector<Shown> plain = solved(text, limits, Evaluation::NodeByNode);
+    const std::vector<Shown> fast = solved(text, limits, Evaluation::Scheduled);
+    ASSERT_EQ(plain.size(), fast.size()) << text;
+    for (std::size_t i = 0; i < plain.size(); ++i) {
+        ASSERT_EQ(plain[i].counts, fast[i].counts) << plain[i].name << '\n' << text;
+        ASSERT_TRUE(sameBits(plain[i].numbers, fast[i].numbers)) << plain[i].name << '\n' << text;
+        compared += plain[i].numbers.size();
+    }
+}
+
+TEST(Schedule, GivesTheBitsOfTheNodesWhereTwoDoublesCannotHoldATerm) {
+    // Start values, late terms, kept values, constants and present terms that are too small or too large, and zeros of
+    // both signs.
+    static const char* const systems[] = {
+        "y' = -y & 1e-290; z' = y*z + w & 1e290; w' = z - y & 1;",
+        "y' = -y & 1e-300*1e-300; z'' = -z & 1;",
+        "y' = y*z*1e200 & 1e150; z' = -z*z & 1e-180;",
+        "y' = c*y + d & 1; c = 1e-300*1e-100; d = 1e300*1e300; z' = (y + z)/(y*y) - (y + z) & 2;",
+        "y'' = -y & 0; z' = -y*y - 0*z & -0; w' = -z & 0;",
+        "y' = 1e-310*y & 1; z' = (y*1e-200)*(z*1e-200) + trunc(y*1e-200) & 3;",
+        "y' = (y - z)*1e-250 + (y - z)*1e250 & 1e-50; z' = 1/(y - z) & 2e-50;"};
+    std::size_t compared = 0;
+    for (const char* const text : systems) {
+        for (const int order : {5, 30, 70}) {
+            expectSameBits(text, {order, 4, 1e-10L, false, false}, compared);
+            expectSameBits(text, {order, 3, 1e-18L, true, false}, compared);
+        }
+    }
+    EXPECT_GT(compared, 20000u);
+}
+
 TEST(Schedule, GivesTheBitsOfTheNodesOnRandomSystems) {
     std::size_t compared = 0;
     for (unsigned seed = 1; seed <= 250; ++seed) {
@@ -143,14 +175,8 @@ TEST(Schedule, GivesTheBitsOfTheNodesOnRandomSystems) {
         const std::string text = random.system();
         const Limits limits{random.below(4) == 0 ? 1 + random.below(60) : 30, 1 + random.below(5),
                             random.below(3) == 0 ? 1e-15L : 1e-10L, random.below(5) == 0, random.below(4) != 0};
-        const std::vector<Shown> plain = solved(text, limits, Evaluation::NodeByNode);
-        const std::vector<Shown> fast = solved(text, limits, Evaluation::Scheduled);
-        ASSERT_EQ(plain.size(), fast.size()) << text;
-        for (std::size_t i = 0; i < plain.size(); ++i) {
-            ASSERT_EQ(plain[i].counts, fast[i].counts) << seed << ' ' << plain[i].name << '\n' << text;
-            ASSERT_TRUE(sameBits(plain[i].numbers, fast[i].numbers)) << seed << ' ' << plain[i].name << '\n' << text;
-            compared += plain[i].numbers.size();
-        }
+        SCOPED_TRACE(seed);
+        expectSameBits(text, limits, compared);
     }
     EXPECT_GT(compared, 200000u);
 }

@@ -26,32 +26,39 @@ private:
         return static_cast<const Differential*>(graph[slot].node)->name();
     }
 
+    /// What one instruction does: a load, an operation, a result.
+    static std::vector<std::string> parts(const TermGraph& graph, const Programs& programs,
+                                          const Program::Instruction& instruction) {
+        static const char* const codes[] = {"",      "Plus",  "Minus",   "MinusFrom",   "Negate",       "Truncate",
+                                            "Scale", "Ratio", "Product", "PlusProduct", "MinusProduct", "Quotient"};
+        static const char* const results[] = {"", "Store", "Keep", "Next", "NextKept"};
+        const auto operand = [&](const Program::Operand& of) {
+            return of.ofVariable ? ' ' + nameOf(graph, programs, of.index) : std::string();
+        };
+        std::vector<std::string> parts;
+        if (instruction.load.index != TermGraph::none) parts.push_back("Load" + operand(instruction.load));
+        if (instruction.code >= Program::Code::Product) {
+            parts.push_back(codes[static_cast<int>(instruction.code)] + (' ' + std::to_string(instruction.a.index)) +
+                            ' ' + std::to_string(instruction.b));
+        } else if (instruction.code != Program::Code::Nothing) {
+            parts.push_back(codes[static_cast<int>(instruction.code)] + operand(instruction.a));
+        }
+        if (instruction.result == Program::Result::Nothing) return parts;
+        std::string result = results[static_cast<int>(instruction.result)];
+        if (instruction.result >= Program::Result::Next) result += ' ' + nameOf(graph, programs, instruction.target);
+        if (instruction.array != TermGraph::none) result += ' ' + std::to_string(instruction.array);
+        parts.push_back(result);
+        return parts;
+    }
+
     static void write(const TermGraph& graph, const Programs& programs, const Program& program, std::ostream& out) {
-        static const char* const names[] = {"Load",         "Plus",     "Minus", "MinusFrom",   "Negate",
-                                            "Truncate",     "Scale",    "Ratio", "LoadProduct", "PlusProduct",
-                                            "MinusProduct", "Quotient", "Store", "Keep",        "Next"};
         std::size_t next = 0;
         for (const Program::Chain& chain : program.chains) {
+            const char* separator = "";
             for (int i = 0; i < chain.length; ++i, ++next) {
-                const Program::Instruction& instruction = program.instructions[next];
-                out << (i == 0 ? "" : ", ") << names[static_cast<int>(instruction.code)];
-                switch (instruction.code) {
-                    case Program::Code::LoadProduct:
-                    case Program::Code::PlusProduct:
-                    case Program::Code::MinusProduct:
-                    case Program::Code::Quotient:
-                        out << ' ' << instruction.a << ' ' << instruction.b;
-                        break;
-                    case Program::Code::Keep:
-                        out << ' ' << instruction.a;
-                        break;
-                    case Program::Code::Next:
-                        out << ' ' << nameOf(graph, programs, instruction.a);
-                        if (instruction.b != TermGraph::none) out << ' ' << instruction.b;
-                        break;
-                    default:
-                        if (instruction.ofVariable) out << ' ' << nameOf(graph, programs, instruction.a);
-                        break;
+                for (const std::string& part : parts(graph, programs, program.instructions[next])) {
+                    out << separator << part;
+                    separator = ", ";
                 }
             }
             out << '\n';
@@ -76,9 +83,9 @@ TEST_F(ProgramText, KeepsAHeatRodInTheAccumulator) {
 TEST_F(ProgramText, SumsOverVariablesAndKeptValues) {
     // Arrays in the order of the slots that need them: x twice for x*x; then 2*x and y.
     EXPECT_EQ(of("x' = -y - x*x & 1; y' = 2*x*y & 3;"),
-              "Load y, Negate, MinusProduct 0 0, Next x 0\n"
+              "Load y, Negate, MinusProduct 0 0, NextKept x 0\n"
               "Load x, Scale, Keep 1\n"
-              "LoadProduct 1 2, Next y 2\n");
+              "Product 1 2, NextKept y 2\n");
 }
 
 TEST_F(ProgramText, StoresWhatTwoNeed) {
@@ -112,7 +119,7 @@ TEST_F(ProgramText, LeavesOutWhatIsNotNeeded) {
     const Program part = programs.varying.needing(needed);
     ASSERT_EQ(part.chains.size(), 1u);
     EXPECT_EQ(part.chains[0].owner, graph[1].left);
-    EXPECT_EQ(part.instructions.size(), 3u);
+    EXPECT_EQ(part.instructions.size(), 1u);
 }
 
 }  // namespace
