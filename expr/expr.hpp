@@ -172,7 +172,7 @@ public:
     int highestTerm() const { return highest_; }
     /// Term k, once DY has computed it in this step.
     real term(int k) const {
-        return foreignTerms_ != nullptr ? foreignTerms_->term(foreignName_, k) : terms_[static_cast<std::size_t>(k)];
+        return foreignTerms_ != nullptr ? foreignTerms_->term(foreignIndex_, k) : terms_[static_cast<std::size_t>(k)];
     }
 
     /// Where a TermGraph put this node; it checks that the place is still the node's own.
@@ -196,9 +196,9 @@ protected:
     real start_ = 0;
     real result_ = 0;
     Ref derivative_;
-    /// Who keeps the terms of this step, and what this node is called there; null when they are the node's own.
+    /// Who keeps the terms of this step, and under which number; null when they are the node's own.
     const ForeignTerms* foreignTerms_ = nullptr;
-    int foreignName_ = 0;
+    int foreignIndex_ = 0;
 
 private:
     friend struct ValueTask;

@@ -112,7 +112,7 @@ void Differential::adopt(const SeriesSum& series, int highest, const ForeignTerm
     resultStamp_ = Calculus::current().stepStamp;
     highest_ = highest;
     foreignTerms_ = &terms;
-    foreignName_ = variable;
+    foreignIndex_ = variable;
     noteSteadiness();
 }
 

@@ -40,7 +40,8 @@ struct SeriesSum {
         ++k;
     }
 
-    /// Takes up to `count` terms, `stride` numbers apart, and none after the last that it wants.
+    /// Takes up to `count` terms, `stride` cells apart, and none after the last that it wants. (A function of its own:
+    /// where it is called from a loop, compilers would make many versions of it.)
     template <class Cell>
     [[gnu::noinline]] void addRun(const Cell* terms, std::size_t stride, int count, const Calculus& calculus) {
         // A copy, so that the sum stays in a register.

@@ -109,24 +109,24 @@ void OrderRun::goWide() {
     wide_.arrays.copy(narrow_.arrays);
 }
 
-template <class Step>
-bool OrderRun::store(const Step& step) {
+template <class Action>
+bool OrderRun::storeOne(const Action& action) {
     if (!isWide_) {
-        if (step(narrow_)) return true;
+        if (action(narrow_)) return true;
         goWide();
     }
-    return step(wide_);
+    return action(wide_);
 }
 
 bool OrderRun::setStart(int variable, int array, const real& start) {
-    return store([&](auto& terms) {
-        const bool held = ::store(terms.rows[static_cast<std::size_t>(variable)], start);
-        return array == TermGraph::none ? held : held && ::store(terms.arrays.at(array, 0), start);
+    return storeOne([&](auto& terms) {
+        const bool held = store(terms.rows[static_cast<std::size_t>(variable)], start);
+        return array == TermGraph::none ? held : held && store(terms.arrays.at(array, 0), start);
     });
 }
 
 bool OrderRun::setNow(int slot, real term) {
-    return store([&](auto& terms) { return ::store(terms.now[static_cast<std::size_t>(slot)], term); });
+    return storeOne([&](auto& terms) { return store(terms.now[static_cast<std::size_t>(slot)], term); });
 }
 
 void OrderRun::keepConstants(const std::vector<int>& slots) {

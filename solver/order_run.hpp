@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "expr/calculus.hpp"
+#include "expr/series_sum.hpp"
 #include "solver/program.hpp"
 #include "solver/term_arrays.hpp"
 
@@ -58,9 +58,8 @@ public:
     }
 
     /// Adds terms `first` to `last` of a variable, but none after the last that the sum wants.
-    template <class Sum>
-    void addTerms(Sum& sum, int variable, int first, int last, const Calculus& calculus) const {
-        const auto count = last - first + 1;
+    void addTerms(SeriesSum& sum, int variable, int first, int last, const Calculus& calculus) const {
+        const int count = last - first + 1;
         if (isWide_) {
             sum.addRun(&wide_.rows[at(variable, first)], variables_, count, calculus);
         } else {
@@ -75,9 +74,9 @@ private:
     void grow(int last);
     void goWide();
 
-    /// Does a thing that stores terms; again, with the other form, when the first form cannot hold one of them.
-    template <class Step>
-    bool store(const Step& step);
+    /// Does what stores one term, with the form in force; again with the other one when the first cannot hold the term.
+    template <class Action>
+    bool storeOne(const Action& action);
 
     std::size_t variables_;
     bool isWide_ = false;

@@ -2,8 +2,8 @@
 // Prints reference values for the examples, found by another method in another precision: extrapolation of the modified
 // midpoint rule (W. B. Gragg, SIAM J. Numer. Anal. 2 (1965) 384-403) in 113-bit numbers.
 //
-// The numbers in the checks beside this file that are marked "reference.cpp" come from here. Not part of the build:
-//     g++ -std=gnu++17 -O2 tests/examples/reference.cpp -lquadmath -o /tmp/reference && /tmp/reference
+// The numbers in the checks beside this file that are marked "reference.cpp" come from here:
+//     build/test/tests/example-reference
 #include <quadmath.h>
 
 #include <cstdio>
