@@ -91,6 +91,16 @@ int runOrders(const Program& program, int first, int last, std::size_t rowSize, 
 OrderRun::OrderRun(std::size_t slots, std::size_t variables, std::size_t arrays)
     : variables_(variables), narrow_(slots, variables, arrays), wide_(0, 0, arrays) {}
 
+void OrderRun::clear() {
+    if (!isWide_) {
+        retreat_.succeed();
+    } else if (!beganWide_) {
+        retreat_.fail();
+    }
+    beganWide_ = retreat_.takesPoint();
+    isWide_ = beganWide_;
+}
+
 void OrderRun::grow(int last) {
     reserved_ = 2 * last;
     const auto makeRoom = [&](auto& terms) {
@@ -98,7 +108,8 @@ void OrderRun::grow(int last) {
         terms.arrays.reserve(reserved_ + 1);
     };
     makeRoom(narrow_);
-    if (isWide_) makeRoom(wide_);
+    // In use now or to be used again.
+    if (!wide_.now.empty()) makeRoom(wide_);
 }
 
 void OrderRun::goWide() {

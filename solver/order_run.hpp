@@ -6,6 +6,7 @@
 
 #include "expr/series_sum.hpp"
 #include "solver/program.hpp"
+#include "solver/retreat.hpp"
 #include "solver/term_arrays.hpp"
 
 /// What a program works on.
@@ -25,14 +26,14 @@ struct OrderTerms {
 /// The terms of one point.
 ///
 /// All are kept as pairs of doubles until one comes that two doubles cannot hold. From there to the end of the point
-/// all are kept as they are; when one is not finite, that is told. Orders have to be run in rising order, and `reserve`
-/// makes room before.
+/// all are kept as they are, and the next points may begin so; when a term is not finite, that is told. Orders have to
+/// be run in rising order, and `reserve` makes room before.
 class OrderRun {
 public:
     OrderRun(std::size_t slots, std::size_t variables, std::size_t arrays);
 
-    /// Forgets all terms.
-    void clear() { isWide_ = false; }
+    /// Forgets all terms: a new point begins.
+    void clear();
 
     /// Makes room for running orders up to `last`.
     void reserve(int last) {
@@ -80,6 +81,8 @@ private:
 
     std::size_t variables_;
     bool isWide_ = false;
+    bool beganWide_ = false;
+    Retreat retreat_;
     int reserved_ = -1;
     OrderTerms<Halves> narrow_;
     OrderTerms<real> wide_;

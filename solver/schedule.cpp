@@ -2,8 +2,6 @@
 // When the program runs and when the nodes do.
 #include "solver/schedule.hpp"
 
-#include <algorithm>
-
 #include "solver/series_pass.hpp"
 
 namespace {
@@ -12,7 +10,6 @@ namespace {
 /// At high orders it costs less than the first.
 constexpr int pointsBeforeBuilding = 4;
 constexpr int lowOrder = 60;
-constexpr int longestRetreat = 64;
 
 }  // namespace
 
@@ -26,16 +23,13 @@ bool Schedule::sumAll() {
         ++waited_;
         return false;
     }
-    if (retreat_ > 0) {
-        --retreat_;
-        return false;
-    }
+    if (retreat_.takesPoint()) return false;
     if (pass_ == nullptr) pass_ = std::make_unique<SeriesPass>(calculus_, equations_);
-    if (pass_->sumAll()) {
-        penalty_ = 1;
-        return true;
+    const bool summed = pass_->sumAll();
+    if (summed) {
+        retreat_.succeed();
+    } else {
+        retreat_.fail();
     }
-    retreat_ = penalty_;
-    penalty_ = std::min(2 * penalty_, longestRetreat);
-    return false;
+    return summed;
 }

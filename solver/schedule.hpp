@@ -6,6 +6,7 @@
 
 #include "expr/calculus.hpp"
 #include "lang/equation_table.hpp"
+#include "solver/retreat.hpp"
 
 class SeriesPass;
 
@@ -26,7 +27,5 @@ private:
     std::unique_ptr<SeriesPass> pass_;
     /// Points that were left to the nodes before the program was made.
     int waited_ = 0;
-    /// Points to leave to the nodes after a failed one, and how many that will be after the next.
-    int retreat_ = 0;
-    int penalty_ = 1;
+    Retreat retreat_;
 };
