@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-// What the processor allows: all terms of one product or quotient, from numbers stored in two ways.
+// What the processor allows: all terms of one product or quotient, from numbers stored in two ways, and storing them.
 #include <benchmark/benchmark.h>
 
+#include <cstdlib>
 #include <vector>
 
-#include "expr/real.hpp"
+#include "solver/halves.hpp"
 
 namespace {
 
@@ -15,21 +16,15 @@ std::vector<real> decaying(int terms) {
     return values;
 }
 
-/// A number as the double next to it and the rest, which fits a double: the sum of both has the same bits.
-struct Halves {
-    explicit Halves(const std::vector<real>& values) {
-        for (const real value : values) {
-            high.push_back(static_cast<double>(value));
-            low.push_back(static_cast<double>(value - static_cast<real>(high.back())));
-        }
+std::vector<Halves> halvesOf(const std::vector<real>& values) {
+    std::vector<Halves> cells(values.size());
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (!store(cells[i], values[i])) std::abort();
     }
-    real at(int i) const {
-        const auto index = static_cast<std::size_t>(i);
-        return static_cast<real>(high[index]) + static_cast<real>(low[index]);
-    }
-    std::vector<double> high;
-    std::vector<double> low;
-};
+    return cells;
+}
+
+real at(const std::vector<Halves>& cells, int i) { return cells[static_cast<std::size_t>(i)]; }
 
 /// Takes a copy: a sum that is shown to the benchmark itself would live in memory.
 void use(real sum) { benchmark::DoNotOptimize(sum); }
@@ -57,12 +52,12 @@ void productOfExtended(benchmark::State& state) {
 
 void productOfHalves(benchmark::State& state) {
     const int n = static_cast<int>(state.range(0));
-    const Halves a(decaying(n));
-    const Halves b(decaying(n));
+    const std::vector<Halves> a = halvesOf(decaying(n));
+    const std::vector<Halves> b = halvesOf(decaying(n));
     for (auto _ : state) {
         for (int k = 0; k < n; ++k) {
             real sum = 0;
-            for (int i = 0; i <= k; ++i) sum = sum + a.at(k - i) * b.at(i);
+            for (int i = 0; i <= k; ++i) sum = sum + at(a, k - i) * at(b, i);
             use(sum);
         }
     }
@@ -72,12 +67,12 @@ void productOfHalves(benchmark::State& state) {
 /// One operand stored in each way: loads of extended numbers and additions of halves go through different ports.
 void productOfBoth(benchmark::State& state) {
     const int n = static_cast<int>(state.range(0));
-    const Halves a(decaying(n));
+    const std::vector<Halves> a = halvesOf(decaying(n));
     const std::vector<real> b = decaying(n);
     for (auto _ : state) {
         for (int k = 0; k < n; ++k) {
             real sum = 0;
-            for (int i = 0; i <= k; ++i) sum = sum + a.at(k - i) * b[static_cast<std::size_t>(i)];
+            for (int i = 0; i <= k; ++i) sum = sum + at(a, k - i) * b[static_cast<std::size_t>(i)];
             use(sum);
         }
     }
@@ -110,17 +105,17 @@ void twoProductsOfExtended(benchmark::State& state) {
 
 void twoProductsOfHalves(benchmark::State& state) {
     const int n = static_cast<int>(state.range(0));
-    const Halves a(decaying(n));
-    const Halves b(decaying(n));
-    const Halves c(decaying(n));
-    const Halves d(decaying(n));
+    const std::vector<Halves> a = halvesOf(decaying(n));
+    const std::vector<Halves> b = halvesOf(decaying(n));
+    const std::vector<Halves> c = halvesOf(decaying(n));
+    const std::vector<Halves> d = halvesOf(decaying(n));
     for (auto _ : state) {
         for (int k = 0; k < n; ++k) {
             real first = 0;
             real second = 0;
             for (int i = 0; i <= k; ++i) {
-                first = first + a.at(k - i) * b.at(i);
-                second = second + c.at(k - i) * d.at(i);
+                first = first + at(a, k - i) * at(b, i);
+                second = second + at(c, k - i) * at(d, i);
             }
             use(first);
             use(second);
@@ -155,11 +150,11 @@ void twoProductsOfOneFactor(benchmark::State& state) {
 /// The sum of squares reads one array from both ends.
 void squareOfHalves(benchmark::State& state) {
     const int n = static_cast<int>(state.range(0));
-    const Halves a(decaying(n));
+    const std::vector<Halves> a = halvesOf(decaying(n));
     for (auto _ : state) {
         for (int k = 0; k < n; ++k) {
             real sum = 0;
-            for (int i = 0; i <= k; ++i) sum = sum + a.at(k - i) * a.at(i);
+            for (int i = 0; i <= k; ++i) sum = sum + at(a, k - i) * at(a, i);
             use(sum);
         }
     }
@@ -196,6 +191,24 @@ void additionsInARow(benchmark::State& state) {
     report(state, n);
 }
 
+/// Numbers from registers into memory, with the test of what the cell can hold.
+template <class Cell>
+void stores(benchmark::State& state) {
+    const int n = static_cast<int>(state.range(0));
+    std::vector<Cell> cells(static_cast<std::size_t>(n));
+    const real x = 1.1L / 3;
+    for (auto _ : state) {
+        bool held = true;
+        for (Cell& cell : cells) held &= store(cell, x);
+        benchmark::DoNotOptimize(held);
+        benchmark::ClobberMemory();
+    }
+    report(state, n);
+}
+
+void storesOfExtended(benchmark::State& state) { stores<real>(state); }
+void storesOfHalves(benchmark::State& state) { stores<Halves>(state); }
+
 BENCHMARK(productOfExtended)->Arg(10)->Arg(20)->Arg(40)->Arg(200);
 BENCHMARK(productOfHalves)->Arg(10)->Arg(20)->Arg(40)->Arg(200);
 BENCHMARK(productOfBoth)->Arg(10)->Arg(20)->Arg(40)->Arg(200);
@@ -205,6 +218,8 @@ BENCHMARK(twoProductsOfOneFactor)->Arg(10)->Arg(20)->Arg(40)->Arg(200);
 BENCHMARK(squareOfHalves)->Arg(10)->Arg(20)->Arg(40)->Arg(200);
 BENCHMARK(quotientOfExtended)->Arg(10)->Arg(20)->Arg(40)->Arg(200);
 BENCHMARK(additionsInARow)->Arg(200);
+BENCHMARK(storesOfExtended)->Arg(200);
+BENCHMARK(storesOfHalves)->Arg(200);
 
 }  // namespace
 
