@@ -128,11 +128,6 @@ void Differential::TreeDump(std::ostream& out) const {
     out << " & " << start_ << ";\n";
 }
 
-void Differential::LastTerm(int& order, real& last) const {
-    order = highest_ - 1;
-    if (order >= 0) last = term(order);
-}
-
 void Algebraic::GetDY(int, real&) { throw Failure("#(ERR) virtual void Algebraic::GetDY(int, real&) called!!!\n", 1); }
 
 void Algebraic::BeginStep() {
@@ -163,5 +158,3 @@ void Algebraic::TreeDump(std::ostream& out) const {
     rightHandSide()->Print(out);
     out << ";\n";
 }
-
-void Algebraic::LastTerm(int& order, real&) const { order = -1; }

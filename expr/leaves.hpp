@@ -63,8 +63,12 @@ public:
     /// One full line: the equation and the value at the start of the step.
     virtual void TreeDump(std::ostream& out) const;
 
-    /// Index of the last term but one computed, and that term when the index is 0 or more.
-    virtual void LastTerm(int& order, real& last) const;
+    /// Index of the last term but one computed, and that term when the index is 0 or more; always -1 for an algebraic
+    /// variable.
+    void LastTerm(int& order, real& last) const {
+        order = type() == ExprType::Algebraic ? -1 : highest_ - 1;
+        if (order >= 0) last = term(order);
+    }
 
     const std::string& name() const { return name_; }
     const Ref& rightHandSide() const { return rightHandSide_; }
@@ -116,5 +120,4 @@ public:
     Expr* termSource(int) const override { return nullptr; }
     void printPart(std::ostream& out, int i) const override;
     void TreeDump(std::ostream& out) const override;
-    void LastTerm(int& order, real& last) const override;
 };

@@ -17,12 +17,11 @@ struct SeriesSum {
     int negligible = 0;
     bool onlyZeros = true;
 
-    /// With term 0 taken.
-    static SeriesSum from(const real& start, const Calculus& calculus) {
-        SeriesSum series;
-        series.sum = calculus.zero;
-        series.add(start, calculus);
-        return series;
+    /// Begins anew, with term 0.
+    void begin(const real& start, const Calculus& calculus) {
+        *this = SeriesSum();
+        sum = calculus.zero;
+        add(start, calculus);
     }
 
     bool wantsMore(const Calculus& calculus) const { return k < calculus.maxOrder && negligible < calculus.zeroTerms; }

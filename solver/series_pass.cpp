@@ -53,9 +53,8 @@ bool SeriesPass::begin() {
         const Programs::Variable& variable = programs_.variables[i];
         const real& start = graph_[variable.slot].node->startValue();
         if (!run_.setStart(static_cast<int>(i), variable.array, start)) return false;
-        const SeriesSum series = SeriesSum::from(start, calculus_);
-        sums_[i] = series;
-        if (!series.wantsMore(calculus_)) continue;
+        sums_[i].begin(start, calculus_);
+        if (!sums_[i].wantsMore(calculus_)) continue;
         wanting_.push_back(static_cast<int>(i));
         ++wantingIn_[at(component_[at(variable.slot)])];
     }
