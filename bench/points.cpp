@@ -32,7 +32,7 @@ double literalMultiplyAdds(const WorkloadLine& line, const std::string& text) {
 void point(benchmark::State& state, const WorkloadLine& line, const std::string& text, Evaluation evaluation) {
     std::unique_ptr<Workload> workload;
     int left = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         if (left == 0) {
             state.PauseTiming();
             workload.reset();

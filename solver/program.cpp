@@ -154,9 +154,13 @@ private:
         if (!isProduct(chain_.back())) load(values_[at(chain_.back())].carried);
         for (auto step = chain_.rbegin(); step != chain_.rend(); ++step) emitOperation(*step);
         if (value.uses > 0 || isConstant(slot)) leave(Result::Store, slot, none);
-        if (!isConstant(slot)) emitNext(value.firstTaker);
+        if (isConstant(slot)) {
+            endChain(slot);
+            emitLeaf(slot);
+            return;
+        }
+        for (int taker = value.firstTaker; taker != none; taker = nextTaker_[at(taker)]) leaveNext(taker);
         endChain(slot);
-        if (isConstant(slot)) emitLeaf(slot);
     }
 
     void emitOperation(int slot) {
@@ -190,10 +194,6 @@ private:
             leaveNext(taker);
             endChain(programs_.variables[at(taker)].slot);
         }
-    }
-
-    void emitNext(int firstTaker) {
-        for (int taker = firstTaker; taker != none; taker = nextTaker_[at(taker)]) leaveNext(taker);
     }
 
     void leaveNext(int taker) {
