@@ -2,7 +2,6 @@
 // The two forms in which terms are stored: as exact pairs of doubles and as they are.
 #pragma once
 
-#include <cmath>
 #include <cstdint>
 #include <cstring>
 

@@ -6,6 +6,9 @@
 
 namespace {
 
+/// Room in every array before anybody knows how many terms there will be.
+constexpr std::size_t termsAtFirst = 40;
+
 /// Runs orders `first` to `last`; returns the first one in which some cell cannot hold its term, or last + 1.
 template <class Cell>
 int runOrders(const Program& program, int first, int last, std::size_t rowSize, const real* factors,
@@ -88,8 +91,9 @@ int runOrders(const Program& program, int first, int last, std::size_t rowSize, 
 
 }  // namespace
 
+// The form that is seldom used takes room when it is.
 OrderRun::OrderRun(std::size_t slots, std::size_t variables, std::size_t arrays)
-    : variables_(variables), narrow_(slots, variables, arrays), wide_(0, 0, arrays) {}
+    : variables_(variables), narrow_(slots, variables, arrays, termsAtFirst), wide_(0, 0, arrays, 0) {}
 
 void OrderRun::clear() {
     if (!isWide_) {

@@ -12,8 +12,8 @@
 /// What a program works on.
 template <class Cell>
 struct OrderTerms {
-    OrderTerms(std::size_t slots, std::size_t variables, std::size_t arrayCount)
-        : now(slots), constant(slots), rows(variables), arrays(arrayCount) {}
+    OrderTerms(std::size_t slots, std::size_t variables, std::size_t arrayCount, std::size_t terms)
+        : now(slots), constant(slots), rows(variables), arrays(arrayCount, terms) {}
 
     /// Per slot that is not a variable: the term of the present order, and term 0 of constants.
     std::vector<Cell> now;

@@ -72,7 +72,7 @@ private:
             nextTaker_.push_back(source.firstTaker);
             source.firstTaker = static_cast<int>(programs_.variables.size());
             variableAt_[at(slot)] = static_cast<int>(programs_.variables.size());
-            programs_.variables.push_back({slot, left(slot), none});
+            programs_.variables.push_back({slot, none});
             return;
         }
         if (!isOperation(slot)) return;

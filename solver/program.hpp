@@ -70,7 +70,6 @@ struct Program {
 struct Programs {
     struct Variable {
         int slot;
-        int source;
         /// Term array, or none.
         int array;
     };

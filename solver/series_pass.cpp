@@ -91,20 +91,23 @@ int SeriesPass::lastAtOnce(int k) const {
 }
 
 void SeriesPass::addTerms(int first, int last) {
-    int orders = 0;
+    int orders = 0;  // that the components whose last sums end here took
     const auto ended = std::remove_if(wanting_.begin(), wanting_.end(), [&](int index) {
         SeriesSum& series = sums_[at(index)];
         run_.addTerms(series, index, first, last, calculus_);
         if (series.wantsMore(calculus_)) return false;
-        orders = std::max(orders, series.k - 1);
-        if (--wantingIn_[at(component_[at(programs_.variables[at(index)].slot)])] == 0) stale_ = true;
+        if (--wantingIn_[at(component_[at(programs_.variables[at(index)].slot)])] == 0) {
+            orders = std::max(orders, series.k - 1);
+        }
         return true;
     });
     wanting_.erase(ended, wanting_.end());
-    if (orders == 0 || !stale_) return;
-    ends_.push_back(orders);
     // Only when all sums of a component have ended something may have become useless.
-    if (!wanting_.empty() && 4 * wanting_.size() <= 3 * marked_) useNeeded();
+    if (orders > 0) {
+        ends_.push_back(orders);
+        stale_ = true;
+    }
+    if (stale_ && !wanting_.empty() && 4 * wanting_.size() <= 3 * marked_) useNeeded();
 }
 
 void SeriesPass::useAll() {

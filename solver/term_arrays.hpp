@@ -24,7 +24,8 @@ real productSum(const Cell* falling, const Cell* rising, std::size_t count) {
 template <class Cell>
 class TermArrays {
 public:
-    explicit TermArrays(std::size_t arrays) : arrays_(arrays), cells_(arrays * stride_) {}
+    /// With room for the first `terms` terms.
+    TermArrays(std::size_t arrays, std::size_t terms) : arrays_(arrays), stride_(terms), cells_(arrays * terms) {}
 
     /// Makes room for terms 0 to `last`.
     void reserve(int last) {
@@ -62,6 +63,6 @@ private:
     }
 
     std::size_t arrays_;
-    std::size_t stride_ = 40;
+    std::size_t stride_;
     std::vector<Cell> cells_;
 };

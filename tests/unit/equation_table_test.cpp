@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <vector>
 
 #include "driver/settings.hpp"
 #include "expr/failure.hpp"
@@ -34,6 +35,15 @@ protected:
 TEST_F(References, AreWalkedInTheOrderOfTheirNames) {
     for (const char* name : {"ya", "y1", "y", "y%2", "y%10", "y%1", "_", "Z", "%10", "%2", "y_", "yZ"}) enter(name);
     EXPECT_EQ(names(), "%10 %2 Z _ y y%1 y%10 y%2 y1 yZ y_ ya ");
+}
+
+TEST_F(References, AreListedInThatOrderAlsoWhenOneIsEnteredOrReplaced) {
+    Differential* const y = enter("y");
+    EXPECT_EQ(settings_.equations.list(), std::vector<Differential*>{y});
+    Differential* const x = enter("x");
+    EXPECT_EQ(settings_.equations.list(), (std::vector<Differential*>{x, y}));
+    Differential* const other = enter("y");
+    EXPECT_EQ(settings_.equations.list(), (std::vector<Differential*>{x, other}));
 }
 
 TEST_F(References, PutDerivativesDirectlyAfterTheirBase) {

@@ -13,7 +13,7 @@ void fill(TermArrays<Cell>& arrays, int array, std::initializer_list<real> terms
 }
 
 TEST(TermArrays, KeepTermsWhenTheyGrow) {
-    TermArrays<Halves> arrays(2);
+    TermArrays<Halves> arrays(2, 3);
     fill(arrays, 0, {3.1L, 5.3L});
     fill(arrays, 1, {7.7L, 1.9L});
     arrays.reserve(200);
@@ -23,11 +23,11 @@ TEST(TermArrays, KeepTermsWhenTheyGrow) {
 }
 
 TEST(TermArrays, TakeTermsInAnotherForm) {
-    TermArrays<Halves> halves(2);
+    TermArrays<Halves> halves(2, 3);
     halves.reserve(100);
     fill(halves, 0, {3.1L, 5.3L});
     fill(halves, 1, {7.7L, 1.9L});
-    TermArrays<real> extended(2);
+    TermArrays<real> extended(2, 0);
     extended.copy(halves);
     EXPECT_EQ(extended.sum(0, 1, 1, 0, 2), 5.3L * 7.7L + 3.1L * 1.9L);
     EXPECT_TRUE(store(extended.at(1, 100), 1e-400L));
@@ -37,7 +37,7 @@ TEST(TermArrays, TakeTermsInAnotherForm) {
 TEST(TermArrays, AddFromTheNewestTermOfTheLeftFactor) {
     // 2^64 + 1 - 2^64 gives 1 or 0 with the order of the additions.
     const real big = 18446744073709551616.0L;
-    TermArrays<Halves> arrays(2);
+    TermArrays<Halves> arrays(2, 3);
     fill(arrays, 0, {-1, 1, 1});
     fill(arrays, 1, {big, 1, big});
     // a[2]*b[0] + a[1]*b[1] + a[0]*b[2] = ((0 + 2^64) + 1) - 2^64: the 1 is lost to rounding to even.
