@@ -29,7 +29,7 @@ struct SeriesSum {
     void add(real term, const Calculus& calculus) {
         sum = sum + term;
         if (onlyZeros) onlyZeros = term == 0;
-        if (std::fabs(sum * calculus.accuracy) > std::fabs(term)) {
+        if (isNegligible(term, calculus)) {
             // With all terms wanted, an early negligible term leaves the count as it is.
             const bool early = k < static_cast<std::int64_t>(calculus.maxOrder) - calculus.zeroTerms;
             if (!calculus.useAllTerms || !early) ++negligible;
@@ -37,6 +37,14 @@ struct SeriesSum {
             negligible = 0;
         }
         ++k;
+    }
+
+    /// Small against the sum so far. Far below 1 the product of sum and accuracy is no number other than zero any more:
+    /// there a term has to be zero itself.
+    bool isNegligible(real term, const Calculus& calculus) const {
+        const real bound = std::fabs(sum * calculus.accuracy);
+        if (bound > std::fabs(term)) return true;
+        return term == 0 && bound == 0 && sum != 0 && calculus.accuracy > 0;
     }
 
     /// Takes up to `count` terms, `stride` cells apart, and none after the last that it wants. (A function of its own:

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+// Which variables with nothing but zero terms count for the rejection of a point: one case for each clause.
+#include "solver/resting.hpp"
+
+#include <memory>
+
+#include "solver/taylor_step.hpp"
+#include "tests/unit/fixture.hpp"
+
+namespace {
+
+/// Passes over a system, by the nodes and by the program; with so many terms the program runs from the first series on.
+class Resting : public NodeTest, public ::testing::WithParamInterface<Evaluation> {
+protected:
+    static constexpr int limit = 66;
+
+    void prepare(const std::string& text) {
+        settings.setMaxOrder(limit + settings.zeroTerms);
+        // An eighth is exact, and so is all that is made of it here.
+        settings.setStep(0.125);
+        prepareText(settings, text);
+        taylor_ = std::make_unique<TaylorStep>(settings, settings.equations, GetParam());
+        resting_ = std::make_unique<RestingVariables>(settings.equations);
+        taylor_->evaluate();
+        taylor_->accept();
+        settings.time = settings.step;
+    }
+
+    /// The first variable that counts and is beyond the limit after a pass; empty when there is none.
+    std::string counting(int beyond = limit) {
+        taylor_->evaluate();
+        const Differential* culprit = nullptr;
+        resting_->order(beyond, &culprit);
+        return culprit != nullptr ? culprit->name() : "";
+    }
+
+    std::string countingIn(const std::string& text) {
+        prepare(text);
+        return counting();
+    }
+
+    std::unique_ptr<TaylorStep> taylor_;
+    std::unique_ptr<RestingVariables> resting_;
+};
+
+INSTANTIATE_TEST_SUITE_P(BothWays, Resting, ::testing::Values(Evaluation::NodeByNode, Evaluation::Scheduled),
+                         [](const auto& way) {
+                             return way.param == Evaluation::NodeByNode ? "NodeByNode" : "Scheduled";
+                         });
+
+// Nothing moves it.
+
+TEST_P(Resting, IsAVariableThatReachesNothing) { EXPECT_EQ(countingIn("y' = 0;"), ""); }
+
+TEST_P(Resting, IsOneThatReachesAnAlgebraicEquationThatStaysWhereItIs) {
+    // Other than zero: only standing still helps. The sum is zero, but not as it is written.
+    EXPECT_EQ(countingIn("y' = a - b; a = trunc(t) + 1; b = 1;"), "");
+}
+
+TEST_P(Resting, DoesNotAskWhatADefinitionIsMadeOf) {
+    EXPECT_EQ(countingIn("none = 0; F = none*t + 1; y' = F - c; c' = 0 & 1;"), "");
+}
+
+TEST_P(Resting, IsNotOneThatReachesAMovingAlgebraicEquation) { EXPECT_EQ(countingIn("y' = x; x = t;"), "y"); }
+
+TEST_P(Resting, IsNotOneThatReachesMotionThroughAnotherVariable) {
+    EXPECT_EQ(countingIn("a' = b; b' = x; x = t;"), "a");
+}
+
+TEST_P(Resting, IsNotOneWhoseTimeNodeMoved) {
+    prepare("y' = t - t;");
+    EXPECT_EQ(counting(), "") << "nobody asked for the value of the time nodes";
+    real value = 0;
+    settings.equations.find("y")->rightHandSide()->Value(value);
+    const Differential* culprit = nullptr;
+    resting_->order(limit, &culprit);
+    ASSERT_NE(culprit, nullptr);
+    EXPECT_EQ(culprit->name(), "y");
+}
+
+// Nothing feeds it, though m moves all the time.
+
+TEST_P(Resting, IsOneWhoseRightHandSideIsZeroAsLongAsItIs) {
+    settings.simplifySmall = false;
+    prepare(
+        "a' = m*a; b' = b*m; c' = c/m; d' = m*(d + z); e' = m*(z - e); f' = m*(-f); g' = m*trunc(g); h' = m*0;"
+        " i' = m*z; m = t + 1; z = 0;");
+    EXPECT_EQ(counting(), "");
+}
+
+TEST_P(Resting, IsNotOneWhoseZeroComesFromADifference) {
+    EXPECT_EQ(countingIn("y' = m*(c - c); m = t; c' = 0 & 1;"), "y");
+}
+
+TEST_P(Resting, IsNotOneWhoseZeroComesFromASum) {
+    EXPECT_EQ(countingIn("y' = m*(c + d); m = t; c' = 0 & 1; d' = 0 & -1;"), "y");
+}
+
+TEST_P(Resting, IsNotOneWithANumeratorThatOnlyHappensToBeZero) {
+    EXPECT_EQ(countingIn("y' = (c - c)/m; m = t + 1; c' = 0 & 1;"), "y");
+}
+
+TEST_P(Resting, IsNotOneWithTimeAsItsZero) { EXPECT_EQ(countingIn("y' = m*(t - t); m = t + 1;"), "y"); }
+
+TEST_P(Resting, IsNotOneWithAFactorThatEndsOtherThanZero) { EXPECT_EQ(countingIn("y' = x*m; x = t; m = t + 1;"), "y"); }
+
+TEST_P(Resting, IsNotOneWithAFactorThatBeganOtherThanZero) {
+    EXPECT_EQ(countingIn("y' = (c - c)*x; x = 1 - 8*t; c' = 0 & 1;"), "y");
+    EXPECT_EQ(settings.equations.find("x")->result(), 0) << "what the case is about";
+}
+
+TEST_P(Resting, IsEveryoneInALoopThatNobodyFeeds) { EXPECT_EQ(countingIn("y' = m*z; z' = m*y; m = t + 1;"), ""); }
+
+TEST_P(Resting, IsNobodyBehindOneThatIsFed) {
+    EXPECT_EQ(countingIn("a' = m*b; b' = m*(c - c); m = t + 1; c' = 0 & 1;"), "a");
+}
+
+// Zeros that come from underflow.
+
+TEST_P(Resting, IsNotOneThatHadOtherTermsInAnEarlierPassOfThePoint) {
+    prepare("y' = x*x; x' = 1;");
+    EXPECT_EQ(counting(3), "y") << "terms 0, 0, 0, h^3/3";
+    taylor_->repeat();
+    settings.changeStep(1e-2500L);
+    EXPECT_EQ(counting(3), "y") << "h^3 is zero now";
+    EXPECT_TRUE(settings.equations.find("y")->onlyZeroTerms());
+    resting_->beginPoint();
+    taylor_->repeat();
+    EXPECT_EQ(counting(3), "") << "another point";
+}
+
+TEST_P(Resting, IsNobodyUnderALimitBelowZero) {
+    prepare("y' = 0;");
+    EXPECT_EQ(counting(-1), "y");
+}
+
+}  // namespace
