@@ -17,6 +17,16 @@ namespace {
 
 constexpr const char* optionString = "3:A:a:d:D:f:F:g:G:i:N:o:O:p:P:r:R:s:S:t:T:U:w:x:X:z:L:hv";
 
+/// All others take numbers.
+constexpr const char* optionsWithText = "gGNPr";
+
+/// Whether nothing but a number is there.
+bool isNumber(const char* text) {
+    char* end = nullptr;
+    std::strtod(text, &end);
+    return end != text && *end == '\0';
+}
+
 /// Text before the first ":", which is removed with it; without a ":" all of the text.
 std::string takePart(std::string& text) {
     const std::size_t colon = text.find(':');
@@ -88,7 +98,11 @@ std::unique_ptr<std::istream> openInput(const char* name) {
 
 void applyOption(int letter, const char* argument, Settings& settings, Output& output, CommandLine& commandLine) {
     for (const Option& option : options) {
-        if (option.letter == letter) return option.apply(settings, argument);
+        if (option.letter != letter) continue;
+        if (commandLine.badNumber.empty() && std::strchr(optionsWithText, letter) == nullptr && !isNumber(argument)) {
+            commandLine.badNumber = std::string("-") + static_cast<char>(letter) + ' ' + argument;
+        }
+        return option.apply(settings, argument);
     }
     switch (letter) {
         case 'h':

@@ -15,6 +15,8 @@ struct CommandLine {
     bool solve = true;
     /// The equations: the named file or standard input.
     std::unique_ptr<std::istream> input;
+    /// The first option whose value is not a number though it should be: "-t abc". It was read as far as it goes.
+    std::string badNumber;
 };
 
 /// Reads options into the settings and opens the input. Failure of status 1 for a bad option (its text is the usage)

@@ -9,6 +9,7 @@
 #include <new>
 #include <stdexcept>
 
+#include "driver/hints.hpp"
 #include "driver/memory_bound.hpp"
 #include "driver/options.hpp"
 #include "driver/resource_file.hpp"
@@ -138,6 +139,7 @@ int runSteps(int argc, char** argv, Output& output, Evaluation evaluation) {
         for (const Differential& variable : s.equations) variable.TreeDump(log);
         log << "#(TREEDUMP) Tree dumped\n";
     }
+    if (isatty(STDERR_FILENO) != 0) writeHints(log, s, s, commandLine.badNumber);
     Run(s, output, evaluation).solve();
     return 0;
 }

@@ -3,6 +3,7 @@
 #include "expand/expansion.hpp"
 
 #include "expand/recipes.hpp"
+#include "expr/formula_text.hpp"
 
 /// One occurrence of a function: its operand, and the variables that replace it.
 class Expansion::Site {
@@ -82,12 +83,17 @@ Expr::Ref Expansion::expand(UnOp& function) {
     function.argument()->InitialValue(u0);
     real starts[3] = {};
     recipe.start(u0, starts);
+    const char* instead = recipe.otherLaw != nullptr ? recipe.otherLaw(u0) : nullptr;
+    if (instead != nullptr && calculus_.remarks.function.empty()) {
+        calculus_.remarks.function = formulaText(function) + " is not what its name says: " + instead;
+    }
     sites_.push_back(std::make_unique<Site>(recipe, function.argument()));
     Site& site = *sites_.back();
     Expr::Ref result;
     for (int i = 0; i < recipe.variables; ++i) {
         auto* variable = new Temporary("%" + std::to_string(counter_++), starts[i], site);
         variable->select(selection_.selects(variable->name()));
+        variable->setOrigin(Expr::Ref(&function));
         system_.equations.enter(variable);
         site.add(variable);
         if (i == recipe.result) result = Expr::Ref(variable);

@@ -14,6 +14,9 @@ namespace {
 using Ref = Expr::Ref;
 using Variables = Differential* const*;
 
+/// A sine below this at the start moves a cosine in no digit that is printed by default.
+constexpr real shownNowhere = 1e-14L;
+
 Ref product(const Ref& a, const Ref& b) { return Ref(ExprType::Multiply, a, b); }
 
 Ref quotient(const Ref& a, const Ref& b) { return Ref(ExprType::Divide, a, b); }
@@ -76,7 +79,9 @@ void wireAreaFunction(const Ref&, const Ref& d, Variables v) { wireTriple("-2", 
 constexpr Recipe sine = {2, 0, startPair<ExprType::Sin, ExprType::Cos>, wireTrigonometric};
 
 // Wired as the sine, on purpose: A(t) = cos(u(t) - 2*u(0)), the cosine of u where sin(u(0)) = 0.
-constexpr Recipe cosine = {2, 0, startPair<ExprType::Cos, ExprType::Sin>, wireTrigonometric};
+constexpr Recipe cosine = {2, 0, startPair<ExprType::Cos, ExprType::Sin>, wireTrigonometric, [](real u0) {
+                               return std::fabs(std::sin(u0)) < shownNowhere ? nullptr : "write sin(u + pi/2)";
+                           }};
 
 constexpr Recipe hyperbolicSine = {2, 0, startPair<ExprType::Sinh, ExprType::Cosh>, wireHyperbolic};
 
@@ -111,9 +116,16 @@ constexpr Recipe arcTangent = {3, 2, startCircular<ExprType::ATan>,
 constexpr Recipe arcCotangent = {3, 2, startCircular<ExprType::ACotan>,
                                  [](const Ref&, const Ref& d, Variables v) { wireTriple("2", d, negative(d), v); }};
 
-constexpr Recipe areaTangent = {3, 2, startHyperbolic<ExprType::ATanh>, wireAreaFunction};
+/// The value at the start is 1 for arguments below the accuracy, on purpose; without simplification it is right.
+const char* lawOfAreaTangent(real x) {
+    const Calculus& calculus = Calculus::current();
+    return calculus.simplifySmall && calculus.accuracy > x ? "use -i 0" : nullptr;
+}
 
-constexpr Recipe areaCotangent = {3, 2, startHyperbolic<ExprType::ACotanh>, wireAreaFunction};
+constexpr Recipe areaTangent = {3, 2, startHyperbolic<ExprType::ATanh>, wireAreaFunction, lawOfAreaTangent};
+
+constexpr Recipe areaCotangent = {3, 2, startHyperbolic<ExprType::ACotanh>, wireAreaFunction,
+                                  [](real u0) { return lawOfAreaTangent(1 / u0); }};
 
 constexpr Recipe squareRoot = {1, 0, [](real u0, real* values) { values[0] = std::sqrt(u0); },
                                [](const Ref&, const Ref& d, Variables v) {
@@ -126,7 +138,8 @@ constexpr Recipe exponential = {1, 0, startOne<ExprType::Exp>, [](const Ref&, co
 
 // Divided by the new variable and not by u, on purpose.
 constexpr Recipe logarithm = {1, 0, startOne<ExprType::Ln>,
-                              [](const Ref&, const Ref& d, Variables v) { v[0]->setRightHandSide(quotient(d, v[0])); }};
+                              [](const Ref&, const Ref& d, Variables v) { v[0]->setRightHandSide(quotient(d, v[0])); },
+                              [](real) { return "write L for it, and \"L' = u'/u & ln(...);\""; }};
 
 [[noreturn]] void failWithout(const char* name) {
     throw Failure(std::string("#(ERR) ") + name + "::ConvertExpr() is not implemented\n", 1);

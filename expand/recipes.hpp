@@ -17,6 +17,10 @@ struct Recipe {
 
     /// Right-hand sides from u, its time derivative d, and the variables v themselves.
     void (*wire)(const Expr::Ref& u, const Expr::Ref& d, Differential* const* v);
+
+    /// What to write instead where the variables follow another law than the function from this u0; null where they do
+    /// not. Null as a whole for functions that are themselves everywhere.
+    const char* (*otherLaw)(real u0) = nullptr;
 };
 
 /// Failure of status 1 for acos, asinh and acosh, which have no expansion.

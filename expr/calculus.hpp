@@ -49,6 +49,15 @@ private:
     std::vector<real> factors_;
 };
 
+/// What the preparation did otherwise than the author of a model may expect: the first case of each kind, as a
+/// sentence.
+struct Remarks {
+    /// A function whose equations are not those of its derivative.
+    std::string function;
+    /// A constant that was taken as 0 or 1.
+    std::string constant;
+};
+
 /// What the operations of nodes read and write besides the nodes themselves.
 struct Calculus {
     Calculus();
@@ -85,6 +94,7 @@ struct Calculus {
     /// Moves on whenever a start value or definition changes; initial values computed under an older one are stale.
     int initialStamp = 1;
     FunctionExpander* expander = nullptr;
+    Remarks remarks;
 
     /// The record in force. The signatures of node operations are fixed, so they reach it here and only here.
     static Calculus& current() { return *current_; }

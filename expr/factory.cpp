@@ -9,6 +9,7 @@
 #include "expr/failure.hpp"
 #include "expr/function.hpp"
 #include "expr/leaves.hpp"
+#include "expr/number_text.hpp"
 
 namespace {
 
@@ -103,7 +104,7 @@ real fold(ExprType type, real a, real b) {
 /// is a constant, the rules for a constant on the right are not tried.
 class Simplifier {
 public:
-    Simplifier(const Expr::Ref& left, const Expr::Ref& right, const Calculus& calculus)
+    Simplifier(const Expr::Ref& left, const Expr::Ref& right, Calculus& calculus)
         : left_(left), right_(right), calculus_(calculus) {}
 
     Expr* simplified(ExprType type) const {
@@ -123,7 +124,9 @@ public:
 
 private:
     bool isSmall(const Expr::Ref& node) const {
-        return isNumber(node) && std::fabs(node->startValue()) < calculus_.accuracy;
+        if (!isNumber(node) || !(std::fabs(node->startValue()) < calculus_.accuracy)) return false;
+        if (node->startValue() != 0) remark(node->startValue(), "0");
+        return true;
     }
 
     Expr* withoutRight() const { return isSmall(right_) ? left_.get() : nullptr; }
@@ -137,12 +140,19 @@ private:
         if (!isNumber(factor)) return nullptr;
         const real x = factor->startValue();
         if (!(std::fabs(std::fabs(x) - calculus_.one) < calculus_.accuracy)) return nullptr;
+        if (std::fabs(x) != 1) remark(x, x >= 0 ? "1" : "-1");
         return x >= 0 ? other.get() : new UnMinus(other);
+    }
+
+    void remark(real x, const char* taken) const {
+        if (!calculus_.remarks.constant.empty()) return;
+        appendGeneral(calculus_.remarks.constant, x);
+        calculus_.remarks.constant += std::string(" counts as ") + taken;
     }
 
     const Expr::Ref& left_;
     const Expr::Ref& right_;
-    const Calculus& calculus_;
+    Calculus& calculus_;
 };
 
 Expr* makeUnary(ExprType type, const Expr::Ref& operand) {
@@ -157,7 +167,7 @@ Expr* makeBinary(ExprType type, const Expr::Ref& left, const Expr::Ref& right) {
     const int kind = static_cast<int>(type);
     if (kind >= 1 && kind <= 4) {
         if (isNumber(left) && isNumber(right)) return new Number(fold(type, left->startValue(), right->startValue()));
-        const Calculus& calculus = Calculus::current();
+        Calculus& calculus = Calculus::current();
         if (calculus.simplifySmall) {
             Expr* simple = Simplifier(left, right, calculus).simplified(type);
             if (simple != nullptr) return simple;

@@ -64,6 +64,7 @@ void Differential::setInitialValue(real value) {
 void Differential::detach() {
     rightHandSide_ = Ref();
     derivative_ = Ref();
+    origin_ = Ref();
 }
 
 void Differential::GetDY(int k, real& out) {

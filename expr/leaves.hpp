@@ -77,6 +77,10 @@ public:
     /// Start value and result, as an initial-value statement sets them.
     void setInitialValue(real value);
 
+    /// The function that this variable stands for, or is part of; empty for variables of the input.
+    const Ref& origin() const { return origin_; }
+    void setOrigin(const Ref& function) { origin_ = function; }
+
     /// Selected for output.
     bool isSelected() const { return selected_; }
     void select(bool selected) { selected_ = selected; }
@@ -99,6 +103,7 @@ private:
 
     std::string name_;
     Ref rightHandSide_;
+    Ref origin_;
     bool selected_ = false;
     bool onlyZeroTerms_ = false;
     int ownOrder_ = 0;

@@ -65,7 +65,9 @@ void Compiler::initialValue(const std::string& name, int order, real value) {
 }
 
 void Compiler::checkStartTime(bool isZero) {
-    if (!isZero) error("Start condition must be defined for zero, not for other value");
+    if (isZero) return;
+    system_.hasOtherStartTime = true;
+    error("Start condition must be defined for zero, not for other value");
 }
 
 Expr::Ref Compiler::reference(const std::string& name, int order) const {

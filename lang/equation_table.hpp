@@ -62,6 +62,8 @@ private:
 struct EquationSystem {
     EquationTable equations;
     std::map<std::string, real> initialValues;
+    /// Some start value was written for another time than 0.
+    bool hasOtherStartTime = false;
 };
 
 /// Name of the k-th derivative of a variable; the variable itself for k = 0.

@@ -6,16 +6,12 @@
 #include <sstream>
 
 #include "expr/failure.hpp"
+#include "expr/formula_text.hpp"
+#include "solver/first_not_finite.hpp"
 
 namespace {
 
-[[noreturn]] void failStuck(real time, real step, const Differential* variable) {
-    std::ostringstream text;
-    text << "#(ERR) No progress at time " << time << " with step " << step;
-    if (variable != nullptr) text << ": variable \"" << variable->name() << "\" does not converge";
-    text << '\n';
-    throw Failure(text.str(), 1);
-}
+constexpr int tellingPasses = 64;
 
 }  // namespace
 
@@ -36,15 +32,22 @@ void StepControl::clipFirstStep() {
 
 bool StepControl::rejectPoint() {
     const int limit = saturatingSum(calculus_.maxOrder, -static_cast<std::int64_t>(calculus_.zeroTerms));
-    if (calculus_.orderUsed <= limit || settings_.fixedStep) return false;
+    bool isAccepted = calculus_.orderUsed <= limit || settings_.fixedStep;
     const Differential* culprit = nullptr;
-    const int order = resting_.order(limit, &culprit);
-    if (order <= limit) {
-        calculus_.orderUsed = order;
+    if (!isAccepted) {
+        const int order = resting_.order(limit, &culprit);
+        isAccepted = order <= limit;
+        if (isAccepted) calculus_.orderUsed = order;
+    }
+    if (isAccepted) {
+        resting_.beginPoint();
+        isRepeating_ = false;
         return false;
     }
+    noteObstacle(culprit);
     const real half = calculus_.step / decrease_;
-    if (sameValue(half, calculus_.step)) failStuck(progress_.previousTime, calculus_.step, culprit);
+    if (sameValue(half, calculus_.step)) failStuck(progress_.previousTime, "", reason());
+    checkMotion(progress_.previousTime);
     taylor_.repeat();
     calculus_.changeStep(half);
     line_ << "#(COMP) Max ORDER reached! Changing step to " << calculus_.step << "\tTime= " << progress_.previousTime
@@ -65,9 +68,8 @@ void StepControl::enlarge() {
 
 void StepControl::advance(bool onlyEndTimeStops) {
     const bool stuck = calculus_.step == 0 || std::isnan(calculus_.step);
-    if (stuck && onlyEndTimeStops && calculus_.time != settings_.tMax) {
-        failStuck(calculus_.time, calculus_.step, nullptr);
-    }
+    if (stuck && onlyEndTimeStops && calculus_.time != settings_.tMax) failStuck(calculus_.time, "", "");
+    checkMotion(calculus_.time);
     progress_.previousTime = calculus_.time;
     calculus_.time = calculus_.time + calculus_.step;
     progress_.firstPoint = false;
@@ -78,4 +80,47 @@ void StepControl::advance(bool onlyEndTimeStops) {
         settings_.printEvery = realFromText("0");
     }
     taylor_.accept();
+}
+
+void StepControl::noteObstacle(const Differential* culprit) {
+    if (!isRepeating_) obstacle_ = {};
+    isRepeating_ = true;
+    // After so many halvings terms begin to vanish, and who is to blame shows no more.
+    if (++obstacle_.passes > tellingPasses) return;
+    if (culprit != obstacle_.variable) obstacle_ = {culprit, 0, obstacle_.passes};
+    if (culprit == nullptr || culprit->onlyZeroTerms() || obstacle_.firstTerm != 0) return;
+    int k = 0;
+    while (k < culprit->highestTerm() && culprit->term(k) == 0) ++k;
+    obstacle_.firstTerm = k;
+}
+
+std::string StepControl::reason() const {
+    if (obstacle_.variable == nullptr) return "";
+    const std::string text = ": " + describe(*obstacle_.variable) + " does not converge";
+    const std::string maker = firstNotFinite(*obstacle_.variable);
+    if (!maker.empty())
+        return (maker.find(describe(*obstacle_.variable)) == std::string::npos ? text : "") + ": " + maker;
+    const int limit = saturatingSum(calculus_.maxOrder, -static_cast<std::int64_t>(calculus_.zeroTerms));
+    const bool noneSeen = obstacle_.firstTerm == 0 && obstacle_.variable->startValue() == 0;
+    const int zeros = noneSeen ? calculus_.maxOrder : obstacle_.firstTerm;
+    if (zeros < limit || limit < 1) return text;
+    // With so late a beginning no step is small enough.
+    return text + ": its first " + std::to_string(zeros) + " terms are zero; try -o " +
+           std::to_string(std::int64_t{2} * zeros) + " or -f 1";
+}
+
+void StepControl::checkMotion(real acceptedTime) {
+    const bool mayStand = calculus_.steadyStop != 0 && acceptedTime == settings_.tMax;
+    if (mayStand) standstill_.forgive();
+    if (!standstill_.lasts(acceptedTime, settings_.tMax)) return;
+    const std::string why = obstacle_.variable != nullptr
+                                ? ": " + describe(*obstacle_.variable) + " needs smaller and smaller steps"
+                                : ": the step is too small for the time";
+    failStuck(acceptedTime, " after " + std::to_string(Standstill::mostPasses) + " passes", why);
+}
+
+void StepControl::failStuck(real time, const std::string& passes, const std::string& reason) const {
+    std::ostringstream text;
+    text << "#(ERR) No progress at time " << time << " with step " << calculus_.step << passes << reason << '\n';
+    throw Failure(text.str(), 1);
 }

@@ -5,10 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <sstream>
 
 #include "expr/failure.hpp"
+#include "expr/series_sum.hpp"
 
 namespace {
 
@@ -115,6 +117,25 @@ TEST_F(StepControlTest, EndlessHalvingEndsWithOneErrorWhenTheStepIsZero) {
     EXPECT_EQ(halvings(), 16443);
 }
 
+TEST_F(StepControlTest, TermsOfAnEarlierPointDoNotKeepAVariableFromResting) {
+    const Expr::Ref rate = number(1);  // The control goes on to look at it.
+    Differential* y = enter("y", rate, 1);
+    taylor_.evaluate();
+    taylor_.accept();
+    calculus_.accuracy = 0;
+    taylor_.evaluate();
+    EXPECT_TRUE(control_.rejectPoint());
+    calculus_.accuracy = 1e-10L;
+    taylor_.evaluate();
+    EXPECT_FALSE(control_.rejectPoint());
+    taylor_.accept();
+    y->setRightHandSide(number(0));
+    y->setInitialValue(0);
+    taylor_.evaluate();
+    EXPECT_EQ(y->ownOrder(), 34);
+    EXPECT_FALSE(control_.rejectPoint());
+}
+
 TEST_F(StepControlTest, TheStepGrowsByAFifthForOneTwelfthOfTheTermsAtMost) {
     progress_.firstPoint = false;
     progress_.recheckStiffness = false;
@@ -186,6 +207,74 @@ TEST_F(StepControlTest, AZeroStepIsAnErrorOnlyWhenNothingElseCanEndTheRun) {
     EXPECT_THROW(control_.advance(true), Failure);
     calculus_.time = settings_.tMax;
     EXPECT_NO_THROW(control_.advance(true));
+}
+
+TEST(StandstillTest, LastsOnlyWhenSoManyPassesInARowMoveNothing) {
+    Standstill standstill;
+    EXPECT_FALSE(standstill.lasts(1, 2));
+    for (int i = 0; i < Standstill::mostPasses - 2; ++i) ASSERT_FALSE(standstill.lasts(1, 2));
+    EXPECT_TRUE(standstill.lasts(1, 2));
+}
+
+TEST(StandstillTest, MeasuresMotionAgainstTheLargerOfTimeAndEndTime) {
+    constexpr real infinite = std::numeric_limits<real>::infinity();
+    const auto endsWithin = [](real from, real step, real endTime) {
+        Standstill standstill;
+        real time = from;
+        for (int i = 0; i < Standstill::mostPasses; ++i) {
+            if (standstill.lasts(time, endTime)) return true;
+            time += step;
+        }
+        return standstill.lasts(time, endTime);
+    };
+    // 2^-80 each: 100000 of them make 2^-63.4.
+    const real tiny = std::ldexp(real{1}, -80);
+    EXPECT_TRUE(endsWithin(0, tiny, 1));
+    EXPECT_FALSE(endsWithin(0, 2 * tiny, 1)) << "together more than 2^-63";
+    EXPECT_TRUE(endsWithin(0, 2 * tiny, 2));
+    EXPECT_TRUE(endsWithin(0, 2 * tiny, -2));
+    EXPECT_FALSE(endsWithin(0, tiny, infinite)) << "measured against the time itself";
+    EXPECT_TRUE(endsWithin(1, tiny, infinite)) << "below its last bit";
+    EXPECT_TRUE(endsWithin(2, std::ldexp(real{1}, -90), 1));
+}
+
+TEST(StandstillTest, IsForgivenWhereTheTimeMayStand) {
+    Standstill standstill;
+    for (int i = 0; i < 3 * Standstill::mostPasses; ++i) {
+        standstill.forgive();
+        ASSERT_FALSE(standstill.lasts(1, 1));
+    }
+}
+
+/// Order after terms 1, 0, 0, ... times `start`, with four negligible ones wanted.
+int orderOfConstant(real start, real accuracy) {
+    Calculus calculus;
+    calculus.setMaxOrder(34);
+    calculus.accuracy = accuracy;
+    SeriesSum sum;
+    sum.begin(start, calculus);
+    while (sum.wantsMore(calculus)) sum.add(0, calculus);
+    return sum.order();
+}
+
+TEST(NegligibleTerms, AreZerosAlsoWhereSumTimesAccuracyVanishes) {
+    EXPECT_EQ(orderOfConstant(1, 1e-10L), 1);
+    EXPECT_EQ(orderOfConstant(1e-4945L, 1e-10L), 1) << "the product is below the smallest number";
+    EXPECT_EQ(orderOfConstant(-1e-4945L, 1e-10L), 1);
+    EXPECT_EQ(orderOfConstant(0, 1e-10L), 34) << "a sum of zeros";
+    EXPECT_EQ(orderOfConstant(1, 0), 34) << "no accuracy is wanted";
+    EXPECT_EQ(orderOfConstant(1e-4945L, -1e-10L), 34);
+}
+
+TEST(NegligibleTerms, AreNotThoseBelowTheSmallestProductThatAreNotZero) {
+    Calculus calculus;
+    calculus.setMaxOrder(34);
+    SeriesSum sum;
+    sum.begin(1e-4940L, calculus);
+    sum.add(1e-4945L, calculus);
+    EXPECT_EQ(sum.negligible, 0);
+    sum.add(0, calculus);
+    EXPECT_EQ(sum.negligible, 1);
 }
 
 }  // namespace
