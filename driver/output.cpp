@@ -95,11 +95,8 @@ public:
         int resultsError = 0;
         for (const Run& run : runs_) {
             if (!writeAll(run.descriptor, bytes_.data() + begin, run.end - begin)) {
-                if (run.descriptor == STDERR_FILENO) {
-                    lostDiagnostics_ = true;
-                } else if (resultsError == 0) {
-                    resultsError = errno;
-                }
+                // Lost diagnostics must not keep anybody from the results.
+                if (run.descriptor != STDERR_FILENO && resultsError == 0) resultsError = errno;
             }
             begin = run.end;
         }
@@ -111,7 +108,6 @@ public:
         throw Failure(std::string("#(ERR) Error by writing results: ") + std::strerror(resultsError) + "\n", 1);
     }
 
-    bool lostDiagnostics() const { return lostDiagnostics_; }
     bool isBusy() const { return busy_ != 0; }
 
 private:
@@ -120,7 +116,6 @@ private:
         std::size_t end;
     };
 
-    bool lostDiagnostics_ = false;
     volatile std::sig_atomic_t busy_ = 0;
     long flushed_ = now();
     std::string bytes_;
@@ -212,8 +207,4 @@ void Output::flushFromHandler() {
         if (queue && queue->isBusy()) return;
     }
     flushQuietly();
-}
-
-bool Output::lostDiagnostics() const {
-    return queues_[0]->lostDiagnostics() || (queues_[1] && queues_[1]->lostDiagnostics());
 }
