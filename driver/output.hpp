@@ -18,6 +18,9 @@ enum class Delivery {
 /// once on a terminal. Where both streams lead to the same file, pipe or terminal, their bytes keep the order in which
 /// they were written; otherwise neither waits for the other. Diagnostics that cannot be written are lost, and results
 /// go on without them.
+///
+/// SIGINT, SIGTERM and SIGHUP come between rows. Only a row of more than PIPE_BUF bytes that a reader leaves standing
+/// half taken for a second is cut by them, on purpose: a run must be stoppable whatever its reader does.
 class Output {
 public:
     Output(int resultsDescriptor, int logDescriptor, Delivery delivery = Delivery::Collected);
