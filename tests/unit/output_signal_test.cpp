@@ -2,7 +2,6 @@
 // What is left of a run that a signal ends while it writes.
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -71,12 +70,15 @@ bool holdsWholeRows(int descriptor, std::size_t rowLength, std::size_t alreadyRe
     return total % rowLength == 0;
 }
 
-/// Waits until the writer has filled the pipe, which shows by nothing coming in for a while.
+/// Waits until the writer has filled the pipe, which shows by nothing coming in for a while; at most ten seconds.
 void waitUntilFull(int descriptor) {
-    int last = -1;
-    for (int now = 0; now != last || now < 50000; ioctl(descriptor, FIONREAD, &now)) {
-        last = now;
+    int last = 0;
+    for (int i = 0; i < 100; ++i) {
         std::this_thread::sleep_for(milliseconds(100));
+        int now = 0;
+        ioctl(descriptor, FIONREAD, &now);
+        if (now == last && now > 0) return;
+        last = now;
     }
 }
 
