@@ -2,7 +2,6 @@
 // The bound is the soft limit on data: writable mappings of any kind.
 #include "driver/memory_bound.hpp"
 
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -23,27 +22,34 @@ constexpr bool reservesHugeRanges = true;
 constexpr bool reservesHugeRanges = false;
 #endif
 
-/// Bytes that this process could use if it were alone; RLIM_INFINITY when nobody tells.
-rlim_t memoryAtHand() {
-    rlim_t bytes = RLIM_INFINITY;
+/// RLIM_INFINITY when nobody tells.
+rlim_t memoryOfTheMachine() {
     const long pages = sysconf(_SC_PHYS_PAGES);
     const long pageSize = sysconf(_SC_PAGESIZE);
-    if (pages > 0 && pageSize > 0) bytes = static_cast<rlim_t>(pages) * static_cast<rlim_t>(pageSize);
-    // The limit of the container, as it is seen from inside; the text "max" is no number.
-    for (const char* file : {"/sys/fs/cgroup/memory.max", "/sys/fs/cgroup/memory/memory.limit_in_bytes"}) {
+    if (pages <= 0 || pageSize <= 0) return RLIM_INFINITY;
+    return static_cast<rlim_t>(pages) * static_cast<rlim_t>(pageSize);
+}
+
+}  // namespace
+
+rlim_t memoryAtHand(rlim_t machine, const std::vector<std::string>& limitFiles) {
+    rlim_t bytes = machine;
+    for (const std::string& file : limitFiles) {
+        // The text "max" is no number.
         rlim_t limit = 0;
         if (std::ifstream(file) >> limit && limit > 0) bytes = std::min(bytes, limit);
     }
     return bytes;
 }
 
-}  // namespace
+rlim_t memoryShare(rlim_t bytes) { return bytes == RLIM_INFINITY ? bytes : bytes - bytes / 8; }
 
 void boundMemory() {
     rlimit limit{};
     if (reservesHugeRanges || getrlimit(RLIMIT_DATA, &limit) != 0 || limit.rlim_cur != RLIM_INFINITY) return;
-    const rlim_t bytes = memoryAtHand();
-    if (bytes == RLIM_INFINITY) return;
-    limit.rlim_cur = std::min(bytes - bytes / 8, limit.rlim_max);
+    // The limits of the container, as they are seen from inside.
+    const rlim_t bytes = memoryAtHand(memoryOfTheMachine(),
+                                      {"/sys/fs/cgroup/memory.max", "/sys/fs/cgroup/memory/memory.limit_in_bytes"});
+    limit.rlim_cur = std::min(memoryShare(bytes), limit.rlim_max);
     setrlimit(RLIMIT_DATA, &limit);
 }

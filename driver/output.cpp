@@ -6,12 +6,15 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstring>
 #include <ctime>
 #include <streambuf>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "expr/failure.hpp"
@@ -21,6 +24,8 @@ namespace {
 
 constexpr std::size_t fullQueue = 1 << 16;
 constexpr long maxDelayMs = 100;
+/// How long a reader may take nothing in the middle of a row.
+constexpr int maxStallMs = 1000;
 
 /// Milliseconds of a clock that costs next to nothing to read.
 long now() {
@@ -49,25 +54,95 @@ bool shareOnePosition(int a, int b) {
     return moved;
 }
 
-/// For descriptors that somebody made non-blocking.
-bool waitUntilWritable(int descriptor) {
+/// False when the time is up; what is wrong with the descriptor shows when it is written to.
+bool waitUntilWritable(int descriptor, int milliseconds) {
     pollfd request{descriptor, POLLOUT, 0};
-    return poll(&request, 1, -1) >= 0 || errno == EINTR;
+    return poll(&request, 1, milliseconds) != 0;
 }
 
-/// Writes all bytes; false with errno set when the descriptor does not take them.
-bool writeAll(int descriptor, const char* bytes, std::size_t count) {
-    while (count > 0) {
-        const ssize_t written = write(descriptor, bytes, count);
-        if (written < 0) {
-            if (errno == EINTR) continue;
-            if (errno == EAGAIN && waitUntilWritable(descriptor)) continue;
-            return false;
-        }
-        bytes += written;
-        count -= static_cast<std::size_t>(written);
+/// Holds back the signals by which users end a run.
+class SignalsHeld {
+public:
+    SignalsHeld() {
+        sigset_t signals;
+        sigemptyset(&signals);
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&signals, signal);
+        pthread_sigmask(SIG_BLOCK, &signals, &before_);
     }
-    return true;
+    ~SignalsHeld() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+    SignalsHeld(const SignalsHeld&) = delete;
+    SignalsHeld& operator=(const SignalsHeld&) = delete;
+
+    /// Those that wait come in now.
+    void admit() const {
+        sigset_t held;
+        pthread_sigmask(SIG_SETMASK, &before_, &held);
+        pthread_sigmask(SIG_SETMASK, &held, nullptr);
+    }
+
+private:
+    sigset_t before_{};
+};
+
+/// Hands on some of the bytes and moves behind them; the error when the descriptor does not take them, 0 otherwise.
+int writeSome(int descriptor, std::string_view& bytes, std::size_t count) {
+    const ssize_t written = write(descriptor, bytes.data(), std::min(count, bytes.size()));
+    if (written >= 0) {
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+        return 0;
+    }
+    // For descriptors that somebody made non-blocking.
+    if (errno == EAGAIN) waitUntilWritable(descriptor, -1);
+    return errno == EINTR || errno == EAGAIN ? 0 : errno;
+}
+
+/// As many rows as one write to a pipe takes whole or not at all; or one row that is longer than that.
+std::string_view nextRows(std::string_view bytes) {
+    if (bytes.size() <= PIPE_BUF) return bytes;
+    std::size_t end = bytes.rfind('\n', PIPE_BUF - 1);
+    if (end == std::string_view::npos) end = bytes.find('\n', PIPE_BUF);
+    return end == std::string_view::npos ? bytes : bytes.substr(0, end + 1);
+}
+
+/// A row that a pipe does not take at once. Signals wait until the whole row is out, but only for as long as somebody
+/// reads: when the reader stalls, ending the run is worth more than the rest of the row.
+int writeLongRow(int descriptor, std::string_view row) {
+    waitUntilWritable(descriptor, -1);
+    const SignalsHeld held;
+    while (!row.empty()) {
+        if (!waitUntilWritable(descriptor, maxStallMs)) {
+            held.admit();
+        } else if (const int error = writeSome(descriptor, row, PIPE_BUF)) {
+            // There was room for PIPE_BUF bytes: the write itself does not wait.
+            return error;
+        }
+    }
+    return 0;
+}
+
+/// Writes all bytes, so that no signal cuts a row; the error when the descriptor does not take them, 0 otherwise.
+///
+/// A write to a file is short, so signals wait for it. A write to anything else may wait for ever and must let them in.
+/// There, pieces of whole rows are small enough that a pipe takes each of them whole or, interrupted, not at all.
+int writeAll(int descriptor, std::string_view bytes) {
+    struct stat status {};
+    if (fstat(descriptor, &status) != 0) return errno;
+    int error = 0;
+    if (S_ISREG(status.st_mode)) {
+        const SignalsHeld held;
+        while (error == 0 && !bytes.empty()) error = writeSome(descriptor, bytes, bytes.size());
+        return error;
+    }
+    while (error == 0 && !bytes.empty()) {
+        std::string_view rows = nextRows(bytes);
+        bytes.remove_prefix(rows.size());
+        if (rows.size() > PIPE_BUF && S_ISFIFO(status.st_mode)) {
+            error = writeLongRow(descriptor, rows);
+        } else {
+            while (error == 0 && !rows.empty()) error = writeSome(descriptor, rows, rows.size());
+        }
+    }
+    return error;
 }
 
 }  // namespace
@@ -94,13 +169,9 @@ public:
         std::size_t begin = 0;
         int resultsError = 0;
         for (const Run& run : runs_) {
-            if (!writeAll(run.descriptor, bytes_.data() + begin, run.end - begin)) {
-                if (run.descriptor == STDERR_FILENO) {
-                    lostDiagnostics_ = true;
-                } else if (resultsError == 0) {
-                    resultsError = errno;
-                }
-            }
+            const int error = writeAll(run.descriptor, std::string_view(bytes_).substr(begin, run.end - begin));
+            // Lost diagnostics must not keep anybody from the results.
+            if (run.descriptor != STDERR_FILENO && resultsError == 0) resultsError = error;
             begin = run.end;
         }
         bytes_.clear();
@@ -111,7 +182,6 @@ public:
         throw Failure(std::string("#(ERR) Error by writing results: ") + std::strerror(resultsError) + "\n", 1);
     }
 
-    bool lostDiagnostics() const { return lostDiagnostics_; }
     bool isBusy() const { return busy_ != 0; }
 
 private:
@@ -120,7 +190,6 @@ private:
         std::size_t end;
     };
 
-    bool lostDiagnostics_ = false;
     volatile std::sig_atomic_t busy_ = 0;
     long flushed_ = now();
     std::string bytes_;
@@ -212,8 +281,4 @@ void Output::flushFromHandler() {
         if (queue && queue->isBusy()) return;
     }
     flushQuietly();
-}
-
-bool Output::lostDiagnostics() const {
-    return queues_[0]->lostDiagnostics() || (queues_[1] && queues_[1]->lostDiagnostics());
 }

@@ -16,7 +16,11 @@ enum class Delivery {
 ///
 /// Lines collect in memory and go out in large writes: when 64 KiB are full, when a tenth of a second has passed, or at
 /// once on a terminal. Where both streams lead to the same file, pipe or terminal, their bytes keep the order in which
-/// they were written; otherwise neither waits for the other.
+/// they were written; otherwise neither waits for the other. Diagnostics that cannot be written are lost, and results
+/// go on without them.
+///
+/// SIGINT, SIGTERM and SIGHUP come between rows. Only a row of more than PIPE_BUF bytes that a reader leaves standing
+/// half taken for a second is cut by them, on purpose: a run must be stoppable whatever its reader does.
 class Output {
 public:
     Output(int resultsDescriptor, int logDescriptor, Delivery delivery = Delivery::Collected);
@@ -32,9 +36,6 @@ public:
 
     /// Writes everything. Failure when results cannot be written.
     void flush();
-
-    /// True when diagnostics were lost; results go on without them.
-    bool lostDiagnostics() const;
 
     /// As flushQuietly, from a signal handler: leaves a queue alone that is being changed right now.
     void flushFromHandler();

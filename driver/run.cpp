@@ -163,7 +163,7 @@ int runGuarded(int argc, char** argv, Output& output, Evaluation evaluation) {
     try {
         const int status = runSteps(argc, argv, output, evaluation);
         output.flush();
-        return status == 0 && output.lostDiagnostics() ? 1 : status;
+        return status;
     } catch (const Failure& failure) {
         return fail(output, failure.what(), failure.status());
     } catch (const std::bad_alloc&) {

@@ -117,6 +117,68 @@ TEST_F(TaylorTerms, OfAQuotientComputeTheirOwnLowerOnesWhenNobodyAskedForThem) {
     EXPECT_EQ(quotient->highestTerm(), 2);
 }
 
+/// A node whose terms the test changes between steps.
+class ChangingSeries final : public Series {
+public:
+    ChangingSeries() : Series({}) {}
+    void GetDY(int k, real& out) override { out = given[static_cast<std::size_t>(k)]; }
+
+    std::vector<real> given;
+};
+
+TEST_F(TaylorTerms, OfAQuotientInAFreshStepOweNothingToTheStepBefore) {
+    auto* const above = new ChangingSeries;
+    auto* const below = new ChangingSeries;
+    const Ref quotient(ExprType::Divide, Ref(above), Ref(below));
+    above->given = b;
+    below->given = a;
+    terms(quotient, 5);
+    above->given = a;
+    below->given = b;
+    const std::vector<real> fresh = terms(Ref(ExprType::Divide, left, right), 5);
+    nextStep();
+    terms(above, 5);
+    terms(below, 5);
+    // Nobody asked the quotient for terms 0 to 3 in this step; their places still hold those of the step before.
+    EXPECT_EQ(termOf(quotient, 4), fresh[4]);
+    for (int k = 0; k < 4; ++k) EXPECT_EQ(termOf(quotient, k), fresh[static_cast<std::size_t>(k)]) << k;
+}
+
+// Term 2 asks the divisor for term 2 before term 1, and so gets a term 1 that is stale, on purpose: a cache computes
+// the one term that is asked for, and terms must be asked for in rising order.
+TEST_F(TaylorTerms, OfAQuotientOutOfOrderTakeAStaleTermOfTheDivisor) {
+    auto* const above = new ChangingSeries;
+    auto* const below = new ChangingSeries;
+    const Ref quotient(ExprType::Divide, Ref(above), Ref(below));
+    above->given = {1, 1, 1};
+    below->given = {1, 5, 1};
+    terms(quotient, 3);
+    above->given = {8, 20, 30};
+    below->given = {2, 3, 4};
+    nextStep();
+    // C[0] = 8/2 = 4; C[1] = (20 - 4*5)/2 = 0 with the old 5; C[2] = (30 - (4*4 + 0*5))/2 = 7.
+    EXPECT_EQ(termOf(quotient, 2), 7);
+    EXPECT_EQ(termOf(quotient, 1), 0);
+    nextStep();
+    // C[1] = (20 - 4*3)/2 = 4; C[2] = (30 - (4*4 + 4*3))/2 = 1.
+    EXPECT_EQ(terms(quotient, 3), (std::vector<real>{4, 4, 1}));
+}
+
+TEST_F(TaylorTerms, OfAProductAreKeptOneByOneSoOnlyRisingOrderIsSafe) {
+    auto* const factor = new ChangingSeries;
+    const Ref product(ExprType::Multiply, Ref(factor), Ref(new Series({2})));
+    factor->given = {3, 5, 7};
+    EXPECT_EQ(terms(product, 3), (std::vector<real>{6, 10, 14}));
+    factor->given = {4, 6, 8};
+    nextStep();
+    EXPECT_EQ(termOf(product, 2), 16);
+    // A product needs no lower term of its own, so term 1 is still that of the step before, on purpose: terms must be
+    // asked for in rising order.
+    EXPECT_EQ(termOf(product, 1), 10);
+    nextStep();
+    EXPECT_EQ(terms(product, 3), (std::vector<real>{8, 12, 16}));
+}
+
 class Values : public NodeTest {
 protected:
     const Ref left{new Series({}, 7, 1)};

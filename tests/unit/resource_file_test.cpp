@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <sstream>
 
 namespace {
@@ -42,6 +44,15 @@ TEST_F(ResourceLine, WithAnUnknownKeyIsReportedWithItsNumber) {
     EXPECT_EQ(apply("= 5", 5), "(WARN) Invalid keyword in rc file, line 5: ''\n");
     EXPECT_EQ(apply("TMAXX = 5", 6), "(WARN) Invalid keyword in rc file, line 6: 'TMAXX'\n");
     EXPECT_EQ(apply("PRINT_ORD = 0", 7), "(WARN) Invalid keyword in rc file, line 7: 'PRINT_ORD'\n");
+}
+
+// Blanks and tabs are all that is stripped: a line with nothing but the carriage return of a foreign line end is not
+// empty, and its key is, once white space is dropped.
+TEST_F(ResourceLine, OfACarriageReturnAloneHasAnEmptyKey) {
+    for (const char* line : {"\r", " \t\r", "\r \t"}) {
+        EXPECT_EQ(apply(line, 2), "(WARN) Invalid keyword in rc file, line 2: ''\n");
+    }
+    EXPECT_EQ(apply("# TMAX = 2\r"), "") << "the comment takes it along";
 }
 
 TEST_F(ResourceLine, WithoutAValueIsReported) {
@@ -149,6 +160,21 @@ TEST(ResourceFile, IsSkippedSilentlyWhenItIsMissing) {
     std::ostringstream log;
     readResourceFile("no/such/file", settings, log);
     EXPECT_EQ(log.str(), "");
+}
+
+TEST(ResourceFile, WithForeignLineEndsIsReadLineByLine) {
+    const std::string path = testing::TempDir() + "foreign-line-ends.zirkrc";
+    std::ofstream(path, std::ios::binary) << "TMAX = 3\r\n\r\nMAXORDER = 20\r\n";
+    Settings settings;
+    settings.reset();
+    const Calculus::Scope scope(settings);
+    std::ostringstream log;
+    readResourceFile(path, settings, log);
+    std::remove(path.c_str());
+    EXPECT_EQ(log.str(),
+              "#(RES_SET) MaxTime = 3\n"
+              "(WARN) Invalid keyword in rc file, line 2: ''\n"
+              "#(RES_SET) MaxOrder = 20\n");
 }
 
 TEST(ResourceFile, LiesInTheHomeDirectoryOrHere) {

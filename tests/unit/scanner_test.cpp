@@ -193,6 +193,23 @@ TEST(Scanner, EndsAtANulByte) {
               12);
 }
 
+TEST(Scanner, EndsAtANulByteInAnyBlock) {
+    const std::string nul(1, '\0');
+    // More behind the NUL byte than one read takes: nobody may ask for it either.
+    std::string rest;
+    for (int i = 0; i < 30000; ++i) rest += " 3";
+    for (const std::size_t before : {16382, 16383, 16384, 16385, 32766, 32767, 32768, 100000}) {
+        const Tokens blanks("1" + std::string(before - 1, ' ') + nul + rest);
+        EXPECT_EQ(blanks.codes, Codes{258}) << before;
+        const Tokens name(std::string(before, 'x') + nul + "y" + rest);
+        ASSERT_EQ(name.codes, Codes{257}) << before;
+        EXPECT_EQ(name.values[0].name.size(), before);
+        // In a comment, where any other byte is skipped.
+        EXPECT_EQ(Tokens("1 //" + std::string(before - 4, 'x') + nul + "\n" + rest).codes, Codes{258}) << before;
+        EXPECT_EQ(Tokens("1 /*" + std::string(before - 4, 'x') + nul + "*/" + rest).codes, Codes{258}) << before;
+    }
+}
+
 TEST(Scanner, ReadsTokensLongerThanItsBuffer) {
     const std::string name(100000, 'x');
     const Tokens tokens(name + " /*" + std::string(50000, '*') + "*/ " + std::string(40000, '0') + "7" +

@@ -3,13 +3,17 @@
 #include "driver/signals.hpp"
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cstdio>
 #include <functional>
+#include <regex>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "driver/settings.hpp"
 
@@ -73,11 +77,53 @@ void defineY() {
     settings().equations.find("y")->select(true);
 }
 
-TEST(InterruptMenu, ContinuesAfterCWithoutFurtherOutput) {
-    const Ended ended = inChild("c", raiseTerminate);
-    EXPECT_EQ(ended.err, menu);
-    EXPECT_EQ(ended.out, "");
-    EXPECT_EQ(ended.status, 7);
+const std::string values = "  0  5.00000000000e-01  2.00000000000e+00\n";
+
+/// y = 2 is there to be printed; a SIGCONT shows on standard output.
+void interruptWithY() {
+    defineY();
+    std::signal(SIGCONT, [](int) { (void)!write(STDOUT_FILENO, "SIGCONT\n", 8); });
+    raiseTerminate();
+}
+
+TEST(InterruptMenu, ActsOnEveryAnswer) {
+    struct {
+        const char* answer;
+        std::string err;
+        std::string out;
+        int status;
+    } const cases[] = {
+        {"c", menu, "", 7},
+        {"C", menu, "", 7},
+        {"p", menu + values, "SIGCONT\n", 7},
+        {"P", menu + values, "SIGCONT\n", 7},
+        {"x", menu + values, "", 255},
+        {"X", menu + values, "", 255},
+        {"e", menu, "", 255},
+        {"q", menu, "", 255},
+        {"", menu, "", 255},
+        {" \t\n\v\f\r", menu, "", 255},
+        {" \n\tC", menu, "", 7},
+        {"\r\n x", menu + values, "", 255},
+        {"  p", menu + values, "SIGCONT\n", 7},
+        {"xc", menu + values, "", 255},
+        {"cx", menu, "", 7},
+    };
+    for (const auto& c : cases) {
+        const Ended ended = inChild(c.answer, interruptWithY);
+        EXPECT_EQ(ended.err, c.err) << '"' << c.answer << '"';
+        EXPECT_EQ(ended.out, c.out) << '"' << c.answer << '"';
+        EXPECT_EQ(ended.status, c.status) << '"' << c.answer << '"';
+    }
+}
+
+TEST(InterruptMenu, TakesOneAnswerEachTime) {
+    const Ended ended = inChild("c p\nx", [] {
+        defineY();
+        for (int i = 0; i < 4; ++i) raiseTerminate();
+    });
+    EXPECT_EQ(ended.err, menu + menu + values + menu + values);
+    EXPECT_EQ(ended.status, 255);
 }
 
 TEST(InterruptMenu, ShowsBehindTheLinesThatWait) {
@@ -93,8 +139,6 @@ TEST(InterruptMenu, ShowsBehindTheLinesThatWait) {
     EXPECT_EQ(ended.status, 255);
 }
 
-TEST(InterruptMenu, SkipsBlanksBeforeTheAnswer) { EXPECT_EQ(inChild(" \n\tC", raiseTerminate).status, 7); }
-
 TEST(InterruptMenu, ShowsTheSameTextForAnInterrupt) {
     const Ended ended = inChild("c", [] {
         settings().time = 0.5L;
@@ -102,32 +146,6 @@ TEST(InterruptMenu, ShowsTheSameTextForAnInterrupt) {
     });
     EXPECT_EQ(ended.err, menu);
     EXPECT_EQ(ended.status, 7);
-}
-
-TEST(InterruptMenu, EndsWith255OnAnAnswerThatIsNotInTheMenu) {
-    const Ended ended = inChild("q", raiseTerminate);
-    EXPECT_EQ(ended.err, menu);
-    EXPECT_EQ(ended.status, 255);
-}
-
-TEST(InterruptMenu, EndsWith255WhenThereIsNoAnswer) { EXPECT_EQ(inChild("", raiseTerminate).status, 255); }
-
-TEST(InterruptMenu, PrintsTheValuesAndContinuesAfterP) {
-    const Ended ended = inChild("p", [] {
-        defineY();
-        raiseTerminate();
-    });
-    EXPECT_EQ(ended.err, menu + "  0  5.00000000000e-01  2.00000000000e+00\n");
-    EXPECT_EQ(ended.status, 7);
-}
-
-TEST(InterruptMenu, PrintsTheValuesAndEndsAfterX) {
-    const Ended ended = inChild("x", [] {
-        defineY();
-        raiseTerminate();
-    });
-    EXPECT_EQ(ended.err, menu + "  0  5.00000000000e-01  2.00000000000e+00\n");
-    EXPECT_EQ(ended.status, 255);
 }
 
 TEST(InterruptMenu, PrintsTheMatrixLayoutWhenItIsSet) {
@@ -149,6 +167,51 @@ TEST(CrashReport, OfAFaultNamesTheAddressesAndEndsWithStatus0) {
                               "#(SYS) [bt] Execution path:\n#(SYS) [bt] ",
                               0),
               0u);
+    EXPECT_EQ(ended.status, 0);
+}
+
+/// The part of the report behind the line that names the fault.
+std::vector<std::string> framesOf(const std::string& report) {
+    const std::string head = "#(SYS) [bt] Execution path:\n";
+    const std::size_t at = report.find(head);
+    std::vector<std::string> frames;
+    if (at == std::string::npos) return frames;
+    std::istringstream lines(report.substr(at + head.size()));
+    for (std::string line; std::getline(lines, line);) frames.push_back(line);
+    return frames;
+}
+
+TEST(CrashReport, OfARealFaultNamesWhereItHappened) {
+    void* const page = mmap(nullptr, 4096, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    ASSERT_NE(page, MAP_FAILED);
+    char* const forbidden = static_cast<char*>(page) + 0x123;
+    const Ended ended = inChild("", [forbidden] { *static_cast<volatile char*>(forbidden) = 1; });
+    munmap(page, 4096);
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_EQ(ended.err, "");
+    std::ostringstream address;
+    address << static_cast<void*>(forbidden);
+    std::smatch part;
+    const std::regex first("\n#\\(SYS\\) Got signal 11, faulty address is (0x[0-9a-f]+), from (0x[0-9a-f]+)\n");
+    ASSERT_TRUE(std::regex_search(ended.out, part, first, std::regex_constants::match_continuous)) << ended.out;
+    EXPECT_EQ(part[1], address.str());
+    // The trace begins with the instruction that did it, in the place of the return from the handler.
+    const std::vector<std::string> frames = framesOf(ended.out);
+    ASSERT_GE(frames.size(), 2u);
+    EXPECT_NE(frames[0].find("[" + part[2].str() + "]"), std::string::npos) << ended.out;
+    for (const std::string& frame : frames) EXPECT_EQ(frame.rfind("#(SYS) [bt] ", 0), 0u) << frame;
+}
+
+[[gnu::noinline]] int faultBelow(int depth) {
+    if (depth == 0) return std::raise(SIGSEGV);
+    volatile int left = depth - 1;
+    return faultBelow(left) + left;
+}
+
+// Frame 0, the report's own, is not shown.
+TEST(CrashReport, HasAtMostSixteenFrames) {
+    const Ended ended = inChild("", [] { faultBelow(40); });
+    EXPECT_EQ(framesOf(ended.out).size(), 15u) << ended.out;
     EXPECT_EQ(ended.status, 0);
 }
 
