@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-# The look of all pictures; the variables data and picture come from scripts/gallery. Pages show them at half their size.
+# The look of all pictures; the variables data and picture come from scripts/gallery. Everything is drawn twice as large as
+# for 640 points a line, so that fine screens and enlargements show it sharp.
 set terminal pngcairo size 1280,960 font "DejaVu Sans,11" fontscale 2 linewidth 2 pointscale 2 rounded
 set output picture
 set datafile commentschars "#"
