@@ -6,9 +6,9 @@ set xlabel "x, in distances of the Moon"
 set ylabel "y"
 set cblabel "time"
 set rmargin 8
-unset key
 set label "Earth" at -0.012, -0.14 center
 set label "Moon" at 1.04, -0.14 center
-plot data using 2:3:1 with lines linewidth 2 palette, \
-     "+" using (-0.012277471):(0) every ::0::0 with points pointtype 7 pointsize 2.5 linecolor rgb "#2e6fb0", \
-     "+" using (0.987722529):(0) every ::0::0 with points pointtype 7 pointsize 1.2 linecolor rgb "#606060"
+plot data using 2:3:1 with lines linewidth 2 palette notitle, \
+     "+" using (-0.012277471):(0) every ::0::0 with points pointtype 7 pointsize 2.5 linecolor rgb "#2e6fb0" notitle, \
+     "+" using (0.987722529):(0) every ::0::0 with points pointtype 7 pointsize 1.2 linecolor rgb "#606060" notitle, \
+     data every ::0::0 using 2:3 with points linestyle 9 pointtype 6 pointsize 2 linewidth 2 title "start and end"

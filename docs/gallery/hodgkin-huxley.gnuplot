@@ -3,12 +3,12 @@ set multiplot layout 2,1
 set lmargin 10
 set bmargin 3.5
 set xrange [0:50]
+set xlabel "time / ms" offset 0,0.5
 set ylabel "v / mV"
 set yrange [-20:120]
 set ytics 40
 unset key
 plot data using 1:5 with lines linestyle 1
-set xlabel "time / ms" offset 0,0.5
 set ylabel "open share"
 set yrange [0:1]
 set ytics 0.25

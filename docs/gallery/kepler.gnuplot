@@ -8,4 +8,5 @@ set key horizontal outside top center
 set tmargin 4
 plot data using 2:3 with lines linestyle 1 title "the planet", \
      data every 15 using 2:3 with points pointtype 7 pointsize 1.1 linecolor rgb blue title "each 1/24 of a year", \
-     "+" using (0):(0) every ::0::0 with points pointtype 7 pointsize 3 linecolor rgb "#f0a030" title "the star"
+     "+" using (0):(0) every ::0::0 with points pointtype 7 pointsize 3 linecolor rgb "#f0a030" title "the star", \
+     data every ::0::0 using 2:3 with points linestyle 9 title "start"

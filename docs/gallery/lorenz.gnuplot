@@ -6,4 +6,6 @@ set rmargin 8
 set xrange [-20:20]
 set yrange [0:50]
 unset key
-plot data using 2:3:1 with lines linewidth 1.2 palette
+set label "start" at -1, 1.6 right textcolor rgb red
+plot data using 2:3:1 with lines linewidth 1 palette notitle, \
+     data every ::0::0 using 2:3 with points linestyle 9 notitle

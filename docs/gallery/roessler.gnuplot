@@ -10,4 +10,5 @@ set yrange [-12:10]
 set zrange [0:25]
 set key at screen 0.95, 0.93
 splot data using 2:3:4 with lines linewidth 0.6 linecolor rgb "#7fa8d0" title "t to 600", \
-      data using ($1 < 5.9 ? $2 : 1/0):3:4 with lines linewidth 3 linecolor rgb red title "the cycle of the start"
+      data using ($1 < 5.9 ? $2 : 1/0):3:4 with lines linewidth 3 linecolor rgb red title "the cycle of the start", \
+      data every ::0::0 using 2:3:4 with points linestyle 9 title "start"

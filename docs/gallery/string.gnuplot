@@ -2,7 +2,7 @@
 # A row of the table holds the whole string; awk turns every eighth row into a column, drawn below the one before.
 string(n) = sprintf("< awk '!/^#/ && NF && n++ == 8*%d { print 0, 0; for (i = 2; i <= NF; ++i) print (i - 1)/128, $i; \
 print 1, 0 }' %s", n, data)
-set xlabel "place on the string"
+set xlabel "place on the string / its length"
 set ylabel "deflection, marks every 2 mm"
 set xrange [0:1.12]
 set xtics 0, 0.2, 1

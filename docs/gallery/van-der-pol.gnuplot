@@ -12,5 +12,7 @@ set ylabel "v, the rate of x"
 set xrange [-2.6:2.6]
 set yrange [-9:9]
 set ytics 4
-plot data using 3:2 with lines linestyle 2
+set key top right
+plot data using 3:2 with lines linestyle 2 notitle, \
+     data every ::0::0 using 3:2 with points linestyle 9 title "start"
 unset multiplot
