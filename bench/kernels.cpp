@@ -5,7 +5,9 @@
 #include <cstdlib>
 #include <vector>
 
-#include "solver/halves.hpp"
+#include "series/halves.hpp"
+
+using namespace zirk;
 
 namespace {
 

@@ -12,6 +12,8 @@
 #include "expand/expansion.hpp"
 #include "lang/compiler.hpp"
 
+using namespace zirk;
+
 namespace {
 
 std::string trimmed(const std::string& text) {

@@ -8,6 +8,8 @@
 
 #include "driver/settings.hpp"
 
+using namespace zirk;
+
 /// One line of the file workloads.
 struct WorkloadLine {
     std::string name;

@@ -4,6 +4,8 @@
 
 #include <ostream>
 
+namespace zirk {
+
 timeval difference(const timeval& start, const timeval& end) {
     timeval result{};
     result.tv_sec = end.tv_sec - start.tv_sec;
@@ -25,3 +27,5 @@ void RunClock::printTimes(std::ostream& log) const {
     log << "#(INFO) utime=" << user.tv_sec << 's' << user.tv_usec << "us \tstime=" << system.tv_sec << 's'
         << system.tv_usec << "us\n";
 }
+
+}  // namespace zirk

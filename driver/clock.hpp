@@ -7,6 +7,8 @@
 
 #include <iosfwd>
 
+namespace zirk {
+
 /// end - start. A borrow is taken from the seconds only when there are some, on purpose.
 timeval difference(const timeval& start, const timeval& end);
 
@@ -23,3 +25,5 @@ private:
     rusage start_{};
     rusage end_{};
 };
+
+}  // namespace zirk

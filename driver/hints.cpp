@@ -8,6 +8,8 @@
 
 #include "expr/formula_text.hpp"
 
+namespace zirk {
+
 namespace {
 
 /// The first time node and the first algebraic name that derivative equations use, with the equation.
@@ -83,3 +85,5 @@ void writeHints(std::ostream& out, const Calculus& calculus, const EquationSyste
         break;
     }
 }
+
+}  // namespace zirk

@@ -8,6 +8,8 @@
 #include "expr/calculus.hpp"
 #include "lang/equation_table.hpp"
 
+namespace zirk {
+
 /// Writes one line for each kind of thing that the prepared system does otherwise than its author may expect: a bare t
 /// in a derivative equation, functions whose equations are not their derivatives, names of algebraic equations in
 /// derivative equations, constants dropped below the accuracy, start values that set nothing, and `badOption`, the
@@ -15,3 +17,5 @@
 /// write instead.
 void writeHints(std::ostream& out, const Calculus& calculus, const EquationSystem& system,
                 const std::string& badOption);
+
+}  // namespace zirk

@@ -2,4 +2,4 @@
 // Entry of the program.
 #include "driver/run.hpp"
 
-int main(int argc, char** argv) { return runProgram(argc, argv, Evaluation::Scheduled); }
+int main(int argc, char** argv) { return zirk::runProgram(argc, argv, zirk::Evaluation::Scheduled); }

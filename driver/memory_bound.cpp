@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <fstream>
 
+namespace zirk {
+
 #if defined(__has_feature)
 #define ZIRK_HAS_FEATURE(x) __has_feature(x)
 #else
@@ -53,3 +55,5 @@ void boundMemory() {
     limit.rlim_cur = std::min(memoryShare(bytes), limit.rlim_max);
     setrlimit(RLIMIT_DATA, &limit);
 }
+
+}  // namespace zirk

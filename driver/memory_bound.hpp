@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+namespace zirk {
+
 /// Bounds the data of this process to seven eighths of what the machine, or the container around it, has. Allocations
 /// beyond it fail with std::bad_alloc. A bound that is set already (`ulimit -d`) stays, and under an address sanitizer,
 /// which reserves far more than it uses, nothing is set.
@@ -18,3 +20,5 @@ rlim_t memoryAtHand(rlim_t machine, const std::vector<std::string>& limitFiles);
 
 /// Seven eighths of so many bytes, rounded up; RLIM_INFINITY stays what it is.
 rlim_t memoryShare(rlim_t bytes);
+
+}  // namespace zirk

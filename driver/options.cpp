@@ -13,6 +13,8 @@
 #include "driver/usage.hpp"
 #include "expr/failure.hpp"
 
+namespace zirk {
+
 namespace {
 
 constexpr const char* optionString = "3:A:a:d:D:f:F:g:G:i:N:o:O:p:P:r:R:s:S:t:T:U:w:x:X:z:L:hv";
@@ -139,3 +141,5 @@ CommandLine parseOptions(int argc, char** argv, Settings& settings, Output& outp
     if (settings.printEvery < 0) settings.printEvery = settings.tMax / -settings.printEvery;
     return commandLine;
 }
+
+}  // namespace zirk

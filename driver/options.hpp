@@ -9,6 +9,8 @@
 #include "driver/output.hpp"
 #include "driver/settings.hpp"
 
+namespace zirk {
+
 /// What the command line asks for besides settings.
 struct CommandLine {
     /// False when the request is answered already (the version line).
@@ -25,3 +27,5 @@ CommandLine parseOptions(int argc, char** argv, Settings& settings, Output& outp
 
 /// Applies one option by its letter; `argument` may be null for options without one.
 void applyOption(int letter, const char* argument, Settings& settings, Output& output, CommandLine& commandLine);
+
+}  // namespace zirk

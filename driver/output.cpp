@@ -18,7 +18,9 @@
 #include <vector>
 
 #include "expr/failure.hpp"
-#include "expr/line.hpp"
+#include "text/line.hpp"
+
+namespace zirk {
 
 namespace {
 
@@ -282,3 +284,5 @@ void Output::flushFromHandler() {
     }
     flushQuietly();
 }
+
+}  // namespace zirk

@@ -5,6 +5,8 @@
 #include <memory>
 #include <ostream>
 
+namespace zirk {
+
 /// How bytes are handed on.
 enum class Delivery {
     Collected,
@@ -52,3 +54,5 @@ private:
     std::unique_ptr<std::ostream> results_;
     std::unique_ptr<std::ostream> log_;
 };
+
+}  // namespace zirk

@@ -7,6 +7,8 @@
 #include <fstream>
 #include <ostream>
 
+namespace zirk {
+
 namespace {
 
 struct Keyword {
@@ -124,3 +126,5 @@ void applyResourceLine(const std::string& line, int number, Settings& settings, 
     keyword->apply(settings, value.c_str());
     log << "#(RES_SET) " << keyword->echo << value << '\n';
 }
+
+}  // namespace zirk

@@ -7,6 +7,8 @@
 
 #include "driver/settings.hpp"
 
+namespace zirk {
+
 /// Path of the resource file; the current directory takes the place of an unset HOME.
 std::string resourceFilePath();
 
@@ -15,3 +17,5 @@ void readResourceFile(const std::string& path, Settings& settings, std::ostream&
 
 /// One line, numbered from 1.
 void applyResourceLine(const std::string& line, int number, Settings& settings, std::ostream& log);
+
+}  // namespace zirk

@@ -17,7 +17,9 @@
 #include "expand/expansion.hpp"
 #include "expr/failure.hpp"
 #include "lang/compiler.hpp"
-#include "solver/dumps.hpp"
+#include "report/dumps.hpp"
+
+namespace zirk {
 
 Run::Run(Settings& settings, Output& output, Evaluation evaluation)
     : settings_(settings),
@@ -187,3 +189,5 @@ int runProgram(int argc, char** argv, Evaluation evaluation) {
     setInterruptOutput(nullptr);
     return status;
 }
+
+}  // namespace zirk

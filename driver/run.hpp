@@ -6,6 +6,8 @@
 #include "driver/output.hpp"
 #include "driver/settings.hpp"
 
+namespace zirk {
+
 /// Command line in, exit status out: 0 normal end, 1 error, 2 unreadable input, 3 input that does not compile.
 int runProgram(int argc, char** argv, Evaluation evaluation);
 
@@ -46,3 +48,5 @@ private:
     real nextPrint_;
     unsigned unprinted_ = 0;
 };
+
+}  // namespace zirk

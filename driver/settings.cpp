@@ -2,6 +2,8 @@
 // The life of the record.
 #include "driver/settings.hpp"
 
+namespace zirk {
+
 namespace {
 
 struct RunContext {
@@ -14,3 +16,5 @@ RunContext context;
 }  // namespace
 
 Settings& settings() { return *context.settings; }
+
+}  // namespace zirk

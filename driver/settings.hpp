@@ -4,14 +4,16 @@
 
 #include <string>
 
+#include "classic/step_control.hpp"
+#include "classic/stiffness.hpp"
+#include "classic/stop_tests.hpp"
 #include "expr/calculus.hpp"
 #include "lang/equation_table.hpp"
-#include "lang/layout.hpp"
-#include "plot/plot_script.hpp"
-#include "solver/result_table.hpp"
-#include "solver/step_control.hpp"
-#include "solver/stiffness.hpp"
-#include "solver/stop_tests.hpp"
+#include "report/layout.hpp"
+#include "report/plot_script.hpp"
+#include "report/result_table.hpp"
+
+namespace zirk {
 
 /// All settings and shared state under their names; each base says what its fields mean.
 struct Settings : Calculus,
@@ -51,3 +53,5 @@ struct Settings : Calculus,
 
 /// The record of the process; made before `main` and never freed.
 Settings& settings();
+
+}  // namespace zirk

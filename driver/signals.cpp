@@ -12,6 +12,8 @@
 
 #include "driver/settings.hpp"
 
+namespace zirk {
+
 namespace {
 
 constexpr int exitStatus = 255;
@@ -98,3 +100,5 @@ void onFault(int signal, siginfo_t* info, void* context) {
     // A crash report ends with the success status, on purpose.
     _exit(0);
 }
+
+}  // namespace zirk

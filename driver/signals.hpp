@@ -7,6 +7,8 @@
 
 #include "driver/output.hpp"
 
+namespace zirk {
+
 /// Installs onInterrupt for SIGTERM and SIGINT, onFault for SIGSEGV and SIGFPE.
 void installSignalHandlers();
 
@@ -19,3 +21,5 @@ void onInterrupt(int signal);
 
 /// Writes the signal, the addresses and a call trace to standard output and ends the process with status 0.
 void onFault(int signal, siginfo_t* info, void* context);
+
+}  // namespace zirk

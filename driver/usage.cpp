@@ -4,6 +4,8 @@
 
 #include <sstream>
 
+namespace zirk {
+
 namespace {
 
 constexpr std::size_t textWidth = 69;
@@ -73,3 +75,5 @@ std::string usageText(const Settings& settings) {
     }
     return out.str();
 }
+
+}  // namespace zirk

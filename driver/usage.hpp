@@ -6,5 +6,9 @@
 
 #include "driver/settings.hpp"
 
+namespace zirk {
+
 /// The text of -h, with the settings as they are now in place of the defaults.
 std::string usageText(const Settings& settings);
+
+}  // namespace zirk

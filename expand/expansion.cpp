@@ -5,6 +5,8 @@
 #include "expand/recipes.hpp"
 #include "expr/formula_text.hpp"
 
+namespace zirk {
+
 /// One occurrence of a function: its operand, and the variables that replace it.
 class Expansion::Site {
 public:
@@ -100,3 +102,5 @@ Expr::Ref Expansion::expand(UnOp& function) {
     }
     return result;
 }
+
+}  // namespace zirk

@@ -10,6 +10,8 @@
 #include "expr/function.hpp"
 #include "lang/equation_table.hpp"
 
+namespace zirk {
+
 /// One walk over the equation table in the order of names.
 ///
 /// The walk expands right-hand sides, names temporaries and takes their start values; start values from statements are
@@ -40,3 +42,5 @@ private:
     int counter_ = 0;
     std::vector<std::unique_ptr<Site>> sites_;
 };
+
+}  // namespace zirk

@@ -9,6 +9,8 @@
 #include "expr/elementary.hpp"
 #include "expr/failure.hpp"
 
+namespace zirk {
+
 namespace {
 
 using Ref = Expr::Ref;
@@ -191,3 +193,5 @@ const Recipe& recipeOf(ExprType function) {
             throw Failure("#(ERR) Not a function kind: " + std::to_string(static_cast<int>(function)) + "\n", 1);
     }
 }
+
+}  // namespace zirk

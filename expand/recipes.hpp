@@ -4,6 +4,8 @@
 
 #include "expr/leaves.hpp"
 
+namespace zirk {
+
 /// The expansion of one function f(u) into one to three variables with their own equations.
 struct Recipe {
     /// Number of variables.
@@ -25,3 +27,5 @@ struct Recipe {
 
 /// Failure of status 1 for acos, asinh and acosh, which have no expansion.
 const Recipe& recipeOf(ExprType function);
+
+}  // namespace zirk

@@ -7,6 +7,8 @@
 #include "expr/calculus.hpp"
 #include "expr/failure.hpp"
 
+namespace zirk {
+
 namespace {
 
 real termOf(const Expr::Ref& node, int k) {
@@ -153,3 +155,5 @@ Expr::Ref UnMinus::ConvertExpr(const std::vector<Ref>& expanded) {
 }
 
 void UnMinus::printPart(std::ostream& out, int i) const { out << (i == 0 ? "(-" : ")"); }
+
+}  // namespace zirk

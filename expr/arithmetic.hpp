@@ -4,6 +4,8 @@
 
 #include "expr/expr.hpp"
 
+namespace zirk {
+
 /// A node of two operands.
 class BinOp : public Expr {
 public:
@@ -96,3 +98,5 @@ public:
     Ref ConvertExpr(const std::vector<Ref>& expanded) override;
     void printPart(std::ostream& out, int i) const override;
 };
+
+}  // namespace zirk

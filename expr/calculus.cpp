@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+namespace zirk {
+
 Calculus* Calculus::current_ = nullptr;
 
 Calculus::Calculus()
@@ -45,3 +47,5 @@ bool Selection::selects(const std::string& name) const {
     const bool excluded = !noPrintList.empty() && noPrintList.find(key) != std::string::npos;
     return included && !excluded;
 }
+
+}  // namespace zirk

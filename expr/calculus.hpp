@@ -8,6 +8,8 @@
 #include "expr/expr.hpp"
 #include "expr/real.hpp"
 
+namespace zirk {
+
 class UnOp;
 
 /// Replaces a function node by variables; set while equations are prepared.
@@ -123,3 +125,5 @@ struct Selection {
     /// Substring search of "name:" on purpose: the key of y1 is also found inside the entry "zy1:".
     bool selects(const std::string& name) const;
 };
+
+}  // namespace zirk

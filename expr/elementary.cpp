@@ -8,6 +8,8 @@
 #include "expr/calculus.hpp"
 #include "expr/failure.hpp"
 
+namespace zirk {
+
 namespace {
 
 real squareRoot(real x) { return std::sqrt(static_cast<double>(x)); }
@@ -113,3 +115,5 @@ const char* functionName(ExprType function) {
                                             "atanh",  "acotanh", "sqrt", "exp",   "ln",     "trunc"};
     return names[static_cast<int>(function) - static_cast<int>(ExprType::Sin)];
 }
+
+}  // namespace zirk

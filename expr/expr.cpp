@@ -10,6 +10,8 @@
 #include "expr/failure.hpp"
 #include "expr/walk.hpp"
 
+namespace zirk {
+
 Expr::Expr(ExprType type)
     : type_(type),
       termStamp_(Calculus::current().stepStamp - 1),
@@ -269,3 +271,5 @@ void NothingExpr::InitValue(real&) { throw Failure("#(ERR) virtual void NothingE
 void NothingExpr::printPart(std::ostream& out, int) const { out << "[NULL]"; }
 
 std::ostream& operator<<(std::ostream& out, const Expr::Ref& handle) { return out << handle->useCount(); }
+
+}  // namespace zirk

@@ -9,6 +9,8 @@
 
 #include "expr/real.hpp"
 
+namespace zirk {
+
 /// Kinds of nodes; the numbers are part of the messages of the factory.
 enum class ExprType : int {
     Nothing = 0,
@@ -242,3 +244,5 @@ inline Expr::Ref::Ref(Expr* node) : node_(node != nullptr ? node : NothingExpr::
 
 /// A handle shows as its node's reference count.
 std::ostream& operator<<(std::ostream& out, const Expr::Ref& handle);
+
+}  // namespace zirk

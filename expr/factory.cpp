@@ -9,7 +9,9 @@
 #include "expr/failure.hpp"
 #include "expr/function.hpp"
 #include "expr/leaves.hpp"
-#include "expr/number_text.hpp"
+#include "text/number_text.hpp"
+
+namespace zirk {
 
 namespace {
 
@@ -181,3 +183,5 @@ Expr* makeBinary(ExprType type, const Expr::Ref& left, const Expr::Ref& right) {
 Expr::Ref::Ref(ExprType type, const Ref& operand) : Ref(makeUnary(type, operand)) {}
 
 Expr::Ref::Ref(ExprType type, const Ref& left, const Ref& right) : Ref(makeBinary(type, left, right)) {}
+
+}  // namespace zirk

@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <string>
 
+namespace zirk {
+
 /// Carries the exact text for standard error, line ends included, and the exit status. Only `main` catches it.
 class Failure : public std::runtime_error {
 public:
@@ -15,3 +17,5 @@ public:
 private:
     int status_;
 };
+
+}  // namespace zirk

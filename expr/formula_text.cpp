@@ -8,6 +8,8 @@
 #include "expr/arithmetic.hpp"
 #include "expr/elementary.hpp"
 
+namespace zirk {
+
 namespace {
 
 constexpr std::size_t longest = 60;
@@ -117,3 +119,5 @@ std::string describe(const Differential& variable) {
     if (variable.origin()->type() == ExprType::Nothing) return "variable \"" + variable.name() + '"';
     return "function " + formulaText(*variable.origin());
 }
+
+}  // namespace zirk

@@ -6,9 +6,13 @@
 
 #include "expr/leaves.hpp"
 
+namespace zirk {
+
 /// A formula with as few brackets as its meaning needs: "sqrt(x*x + 1)", "y'". Variables that stand for a function show
 /// as that function. What is long or nested deeply is cut short with "...".
 std::string formulaText(const Expr& formula);
 
 /// How a message names a variable: `variable "y%1"`, or the function that it stands for, `function sqrt(x)`.
 std::string describe(const Differential& variable);
+
+}  // namespace zirk

@@ -10,6 +10,8 @@
 #include "expr/failure.hpp"
 #include "expr/leaves.hpp"
 
+namespace zirk {
+
 void Function::InitValue(real& out) {
     real argument = 0;
     operand_->InitialValue(argument);
@@ -63,3 +65,5 @@ void Trunc::Result(real& out, bool) {
 void Trunc::MakeDerivative() { derivative_ = Ref(new Number(0)); }
 
 Expr::Ref Trunc::ConvertExpr(const std::vector<Ref>& expanded) { return Ref(ExprType::Trunc, expanded[0]); }
+
+}  // namespace zirk

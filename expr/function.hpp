@@ -4,6 +4,8 @@
 
 #include "expr/arithmetic.hpp"
 
+namespace zirk {
+
 /// f(u) for any function kind; its expansion replaces it by variables.
 class Function : public UnOp {
 public:
@@ -62,3 +64,5 @@ public:
     void requireExpansion() const override {}
     Ref ConvertExpr(const std::vector<Ref>& expanded) override;
 };
+
+}  // namespace zirk

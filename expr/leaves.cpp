@@ -9,6 +9,8 @@
 #include "expr/failure.hpp"
 #include "expr/series_sum.hpp"
 
+namespace zirk {
+
 void Number::GetDY(int, real&) { throw Failure("#(ERR) virtual void Number::GetDY(int, real&) called!!!\n", 1); }
 
 void Number::DY(int k, real& out) { out = k == 0 ? start_ : Calculus::current().zero; }
@@ -159,3 +161,5 @@ void Algebraic::TreeDump(std::ostream& out) const {
     rightHandSide()->Print(out);
     out << ";\n";
 }
+
+}  // namespace zirk

@@ -6,6 +6,8 @@
 
 #include "expr/expr.hpp"
 
+namespace zirk {
+
 struct SeriesSum;
 
 /// A constant. Term 0 is the constant, all others are zero.
@@ -126,3 +128,5 @@ public:
     void printPart(std::ostream& out, int i) const override;
     void TreeDump(std::ostream& out) const override;
 };
+
+}  // namespace zirk

@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <limits>
 
+namespace zirk {
+
 real realFromText(const char* text) {
     // Literals carry double precision; the widened value is the documented one.
     return std::strtod(text, nullptr);
@@ -26,3 +28,5 @@ int saturatingSum(std::int64_t a, std::int64_t b) {
     constexpr std::int64_t high = std::numeric_limits<int>::max();
     return static_cast<int>(std::clamp(std::clamp(a, low, high) + std::clamp(b, low, high), low, high));
 }
+
+}  // namespace zirk

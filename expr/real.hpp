@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <cstring>
 
+namespace zirk {
+
 /// x87 extended format: 64-bit mantissa, 15-bit exponent.
 using real = long double;
 
@@ -25,3 +27,5 @@ bool sameValue(real a, real b);
 
 /// Sum and difference that stay at the ends of the 32-bit range.
 int saturatingSum(std::int64_t a, std::int64_t b);
+
+}  // namespace zirk

@@ -9,6 +9,8 @@
 
 #include "expr/calculus.hpp"
 
+namespace zirk {
+
 /// Takes terms in rising order until enough negligible ones have come in a row.
 struct SeriesSum {
     real sum = 0;
@@ -63,3 +65,5 @@ struct SeriesSum {
     /// The trailing negligible terms are in the sum but not in the order.
     int order() const { return k - negligible; }
 };
+
+}  // namespace zirk

@@ -4,6 +4,8 @@
 
 #include <vector>
 
+namespace zirk {
+
 /// Runs one task and all it depends on, dependencies first.
 ///
 /// A Task is a small value with `bool enter()` (false: nothing to do), `bool next(Task&)` (the next dependency, in
@@ -36,3 +38,5 @@ public:
 private:
     static inline int depth_ = 0;
 };
+
+}  // namespace zirk

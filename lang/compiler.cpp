@@ -9,6 +9,8 @@
 #include "lang/grammar.hpp"
 #include "lang/scanner.hpp"
 
+namespace zirk {
+
 namespace {
 
 /// A chain of derivatives longer than this would fill the memory before anybody could use it.
@@ -90,3 +92,5 @@ void Compiler::error(const std::string& message) { errors_ << errorLine(message)
 std::string Compiler::errorLine(const std::string& message) const {
     return "#(ERR) ERROR: " + message + " \"" + token_ + "\" at line #" + std::to_string(line_) + "\n";
 }
+
+}  // namespace zirk

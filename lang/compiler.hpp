@@ -10,6 +10,8 @@
 #include "expr/calculus.hpp"
 #include "lang/equation_table.hpp"
 
+namespace zirk {
+
 /// Value of a grammar symbol; each symbol uses the fields that it needs.
 struct Semantic {
     int integer = 0;
@@ -67,3 +69,5 @@ private:
     bool inputEnded_ = false;
     std::vector<std::string> stepFunctions_;
 };
+
+}  // namespace zirk

@@ -6,6 +6,8 @@
 
 #include "expr/failure.hpp"
 
+namespace zirk {
+
 EquationTable::~EquationTable() {
     // Equations refer to each other in cycles.
     for (Differential& variable : *this) variable.detach();
@@ -52,3 +54,5 @@ Expr* Equation::source(int i) const { return i == 0 ? table_.resolve(name_) : nu
 Expr::Ref Equation::ConvertExpr(const std::vector<Ref>&) { return table_.resolve(name_); }
 
 void Equation::printPart(std::ostream& out, int) const { out << name_; }
+
+}  // namespace zirk

@@ -8,6 +8,8 @@
 
 #include "expr/leaves.hpp"
 
+namespace zirk {
+
 /// Variables by name, in bytewise order: y, y%1, y%2, ya. The k-th derivative of y is the variable "y%k"; temporary
 /// variables are "%0", "%1", ... and come first.
 class EquationTable {
@@ -91,3 +93,5 @@ private:
     std::string name_;
     const EquationTable& table_;
 };
+
+}  // namespace zirk

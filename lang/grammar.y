@@ -1,9 +1,9 @@
 /* SPDX-License-Identifier: MIT */
 /* The language: equations and initial-value statements, each ended by ";". */
 %define api.pure full
-%define api.value.type {struct Semantic}
+%define api.value.type {struct zirk::Semantic}
 %param {void* scanner}
-%parse-param {Compiler& compiler}
+%parse-param {zirk::Compiler& compiler}
 %expect 0
 
 %code requires {
@@ -15,6 +15,8 @@
 #include <cstring>
 #include "expr/elementary.hpp"
 #include "lang/scanner.hpp"
+
+using namespace zirk;
 
 // The parser's own texts under the names that its users know.
 static const char* message(const char* text) {

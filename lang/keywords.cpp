@@ -5,6 +5,8 @@
 
 #include "lang/grammar.hpp"
 
+namespace zirk {
+
 namespace {
 
 struct Keyword {
@@ -63,3 +65,5 @@ int keywordToken(std::string_view word) {
     }
     return IDENT;
 }
+
+}  // namespace zirk

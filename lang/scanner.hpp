@@ -2,6 +2,8 @@
 // Owner of the generated scanner's state.
 #pragma once
 
+namespace zirk {
+
 class Compiler;
 struct Semantic;
 
@@ -19,5 +21,8 @@ private:
     void* handle_ = nullptr;
 };
 
-/// Next token code; 0 at the end of the input. The current token's text goes to the compiler.
-int yylex(Semantic* value, void* scanner);
+}  // namespace zirk
+
+/// Next token code; 0 at the end of the input. The current token's text goes to the compiler. (Generated code has no
+/// namespace.)
+int yylex(zirk::Semantic* value, void* scanner);

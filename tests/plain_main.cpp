@@ -3,4 +3,6 @@
 // number formatted by an output stream, diagnostics written insertion by insertion.
 #include "driver/run.hpp"
 
+using namespace zirk;
+
 int main(int argc, char** argv) { return runProgram(argc, argv, Evaluation::NodeByNode); }

@@ -13,8 +13,10 @@
 #include "driver/run.hpp"
 #include "expand/expansion.hpp"
 #include "expr/failure.hpp"
-#include "expr/line.hpp"
 #include "lang/compiler.hpp"
+#include "text/line.hpp"
+
+using namespace zirk;
 
 void require(bool holds, const std::string& property) {
     if (holds) return;

@@ -12,6 +12,8 @@
 #include "driver/output.hpp"
 #include "driver/settings.hpp"
 
+using namespace zirk;
+
 /// What every fuzzer defines; it returns normally for every input that the program survives.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
 

@@ -12,6 +12,8 @@
 #include "driver/usage.hpp"
 #include "tests/fuzz/harness.hpp"
 
+using namespace zirk;
+
 namespace {
 
 std::vector<std::string> argumentsOf(const std::string& text) {

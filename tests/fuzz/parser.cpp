@@ -6,6 +6,8 @@
 #include "lang/compiler.hpp"
 #include "tests/fuzz/harness.hpp"
 
+using namespace zirk;
+
 namespace {
 
 /// Result of the compiler, with all that it wrote.

@@ -8,6 +8,8 @@
 #include "driver/usage.hpp"
 #include "tests/fuzz/harness.hpp"
 
+using namespace zirk;
+
 namespace {
 
 bool startsWith(const std::string& text, const std::string& start) { return text.compare(0, start.size(), start) == 0; }

@@ -9,6 +9,8 @@
 #include "driver/options.hpp"
 #include "tests/fuzz/harness.hpp"
 
+using namespace zirk;
+
 namespace {
 
 /// Options from words: a letter behind a minus, then its value as the next word. What looks otherwise is a comment.

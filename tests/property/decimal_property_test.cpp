@@ -11,8 +11,10 @@
 #include <string>
 #include <vector>
 
-#include "expr/decimal.hpp"
-#include "expr/number_text.hpp"
+#include "text/decimal.hpp"
+#include "text/number_text.hpp"
+
+using namespace zirk;
 
 namespace {
 

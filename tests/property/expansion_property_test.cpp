@@ -13,6 +13,8 @@
 #include "expr/elementary.hpp"
 #include "tests/unit/fixture.hpp"
 
+using namespace zirk;
+
 namespace {
 
 /// Time and the two variables of a system.

@@ -8,11 +8,13 @@
 #include <string>
 #include <vector>
 
+#include "classic/taylor_step.hpp"
 #include "driver/settings.hpp"
 #include "expand/expansion.hpp"
 #include "expr/failure.hpp"
 #include "lang/compiler.hpp"
-#include "solver/taylor_step.hpp"
+
+using namespace zirk;
 
 namespace {
 

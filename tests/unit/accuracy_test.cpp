@@ -2,8 +2,10 @@
 // Standard test problems against their closed forms, to the last digits that the method allows.
 #include <cmath>
 
-#include "solver/taylor_step.hpp"
+#include "classic/taylor_step.hpp"
 #include "tests/unit/fixture.hpp"
+
+using namespace zirk;
 
 namespace {
 

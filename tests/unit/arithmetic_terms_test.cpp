@@ -6,6 +6,8 @@
 #include "expr/real.hpp"
 #include "tests/unit/fixture.hpp"
 
+using namespace zirk;
+
 namespace {
 
 /// Twelve terms whose products and sums are all inexact, so that every order of adding shows.

@@ -14,6 +14,8 @@
 
 #include "driver/run.hpp"
 
+using namespace zirk;
+
 namespace {
 
 timeval at(long seconds, long microseconds) {

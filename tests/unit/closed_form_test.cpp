@@ -3,8 +3,10 @@
 #include <cmath>
 #include <limits>
 
-#include "solver/taylor_step.hpp"
+#include "classic/taylor_step.hpp"
 #include "tests/unit/fixture.hpp"
+
+using namespace zirk;
 
 namespace {
 

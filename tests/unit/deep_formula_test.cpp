@@ -5,6 +5,8 @@
 #include "expr/walk.hpp"
 #include "tests/unit/fixture.hpp"
 
+using namespace zirk;
+
 namespace {
 
 class DeepFormulas : public NodeTest {

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 // The factors of the derivative dump, to the last bit; dumps of whole runs are golden cases.
-#include "solver/dumps.hpp"
+#include "report/dumps.hpp"
 
 #include <limits>
 
-#include "expr/line.hpp"
 #include "tests/unit/fixture.hpp"
+#include "text/line.hpp"
+
+using namespace zirk;
 
 namespace {
 

@@ -10,6 +10,8 @@
 #include "driver/settings.hpp"
 #include "expr/failure.hpp"
 
+using namespace zirk;
+
 namespace {
 
 class References : public testing::Test {

@@ -6,6 +6,8 @@
 
 #include "tests/unit/fixture.hpp"
 
+using namespace zirk;
+
 namespace {
 
 class Preparation : public NodeTest {

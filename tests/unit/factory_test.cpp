@@ -7,6 +7,8 @@
 #include "expr/real.hpp"
 #include "tests/unit/fixture.hpp"
 
+using namespace zirk;
+
 namespace {
 
 constexpr real kInfinity = std::numeric_limits<real>::infinity();

@@ -17,6 +17,8 @@
 #include "expr/leaves.hpp"
 #include "lang/compiler.hpp"
 
+using namespace zirk;
+
 using Ref = Expr::Ref;
 
 /// Settings of its own for every test, in force for its time, with the values that a run starts from.

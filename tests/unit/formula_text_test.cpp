@@ -2,8 +2,10 @@
 // Formulas in messages: brackets where they are needed, names as they are written, and an end to what is long.
 #include "expr/formula_text.hpp"
 
-#include "solver/first_not_finite.hpp"
+#include "classic/first_not_finite.hpp"
 #include "tests/unit/fixture.hpp"
+
+using namespace zirk;
 
 namespace {
 

@@ -9,6 +9,8 @@
 #include "driver/settings.hpp"
 #include "lang/compiler.hpp"
 
+using namespace zirk;
+
 namespace {
 
 class Grammar : public testing::Test {

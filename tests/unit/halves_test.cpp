@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Cells give back every bit of what they hold and say what they cannot hold.
-#include "solver/halves.hpp"
+#include "series/halves.hpp"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 #include <random>
+
+using namespace zirk;
 
 namespace {
 

@@ -6,6 +6,8 @@
 #include "expr/function.hpp"
 #include "tests/unit/fixture.hpp"
 
+using namespace zirk;
+
 namespace {
 
 /// Counts how many of its kind have died.

@@ -4,6 +4,8 @@
 
 #include "tests/unit/fixture.hpp"
 
+using namespace zirk;
+
 namespace {
 
 class Hints : public NodeTest {

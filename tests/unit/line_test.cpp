@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Lines composed in memory against the same lines inserted piece by piece.
-#include "expr/line.hpp"
+#include "text/line.hpp"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +9,8 @@
 #include <limits>
 #include <random>
 #include <sstream>
+
+using namespace zirk;
 
 namespace {
 

@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <fstream>
 
+using namespace zirk;
+
 namespace {
 
 TEST(MemoryShare, IsSevenEighthsRoundedUp) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Numbers to text, against the stream that they stand for.
-#include "expr/number_text.hpp"
+#include "text/number_text.hpp"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +10,8 @@
 #include <random>
 #include <sstream>
 #include <vector>
+
+using namespace zirk;
 
 namespace {
 

@@ -10,6 +10,8 @@
 #include "driver/usage.hpp"
 #include "expr/failure.hpp"
 
+using namespace zirk;
+
 namespace {
 
 constexpr int kLargest = std::numeric_limits<int>::max();

@@ -15,6 +15,8 @@
 
 #include "driver/output.hpp"
 
+using namespace zirk;
+
 namespace {
 
 using std::chrono::milliseconds;

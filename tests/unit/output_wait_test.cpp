@@ -9,6 +9,8 @@
 
 #include "driver/output.hpp"
 
+using namespace zirk;
+
 namespace {
 
 TEST(Output, WaitsForANonBlockingPipe) {

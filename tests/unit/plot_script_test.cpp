@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 // The script around the table.
-#include "plot/plot_script.hpp"
+#include "report/plot_script.hpp"
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 
 #include "expr/calculus.hpp"
+
+using namespace zirk;
 
 namespace {
 

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The chains that systems compile to, written out.
-#include "solver/program.hpp"
+#include "series/program.hpp"
 
 #include <sstream>
 
 #include "tests/unit/fixture.hpp"
+
+using namespace zirk;
 
 namespace {
 

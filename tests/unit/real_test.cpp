@@ -6,6 +6,8 @@
 
 #include <limits>
 
+using namespace zirk;
+
 namespace {
 
 constexpr real kNaN = std::numeric_limits<real>::quiet_NaN();

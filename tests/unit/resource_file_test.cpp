@@ -9,6 +9,8 @@
 #include <fstream>
 #include <sstream>
 
+using namespace zirk;
+
 namespace {
 
 class ResourceLine : public testing::Test {

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Which variables with nothing but zero terms count for the rejection of a point: one case for each clause.
-#include "solver/resting.hpp"
+#include "classic/resting.hpp"
 
 #include <memory>
 
-#include "solver/taylor_step.hpp"
+#include "classic/taylor_step.hpp"
 #include "tests/unit/fixture.hpp"
+
+using namespace zirk;
 
 namespace {
 

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Rows and headers for values that a short run does not reach.
-#include "solver/result_table.hpp"
+#include "report/result_table.hpp"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 #include <sstream>
+
+using namespace zirk;
 
 namespace {
 

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The points that a failure costs.
-#include "solver/retreat.hpp"
+#include "series/retreat.hpp"
 
 #include <gtest/gtest.h>
+
+using namespace zirk;
 
 namespace {
 

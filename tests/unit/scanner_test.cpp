@@ -12,6 +12,8 @@
 #include "lang/grammar.hpp"
 #include "lang/keywords.hpp"
 
+using namespace zirk;
+
 namespace {
 
 /// Everything that a text is made of.

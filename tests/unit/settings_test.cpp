@@ -8,6 +8,8 @@
 
 #include "driver/usage.hpp"
 
+using namespace zirk;
+
 namespace {
 
 TEST(SettingsDefaults, OfOrderAndAccuracyAreResetByTheRun) {

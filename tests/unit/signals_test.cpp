@@ -17,6 +17,8 @@
 
 #include "driver/settings.hpp"
 
+using namespace zirk;
+
 namespace {
 
 struct Ended {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Step and order control where a run of the program does not show it.
-#include "solver/step_control.hpp"
+#include "classic/step_control.hpp"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +11,8 @@
 
 #include "expr/failure.hpp"
 #include "expr/series_sum.hpp"
+
+using namespace zirk;
 
 namespace {
 

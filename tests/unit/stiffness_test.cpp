@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The stiffness test on variables whose last terms are set by hand.
-#include "solver/stiffness.hpp"
+#include "classic/stiffness.hpp"
 
 #include <gtest/gtest.h>
 
@@ -8,6 +8,8 @@
 #include <sstream>
 
 #include "expr/calculus.hpp"
+
+using namespace zirk;
 
 namespace {
 

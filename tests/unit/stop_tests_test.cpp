@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 // The period test and the steady count, point by point.
-#include "solver/stop_tests.hpp"
+#include "classic/stop_tests.hpp"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 #include <memory>
 
-#include "solver/taylor_step.hpp"
+#include "classic/taylor_step.hpp"
+
+using namespace zirk;
 
 namespace {
 

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 // What one evaluation pass does with values that somebody asked for before.
-#include "solver/taylor_step.hpp"
+#include "classic/taylor_step.hpp"
 
 #include <cmath>
 #include <limits>
 
 #include "tests/unit/fixture.hpp"
+
+using namespace zirk;
 
 namespace {
 

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Term arrays keep what they hold when they grow or change their form, and sum in the order of the recurrences.
-#include "solver/term_arrays.hpp"
+#include "series/term_arrays.hpp"
 
 #include <gtest/gtest.h>
+
+using namespace zirk;
 
 namespace {
 

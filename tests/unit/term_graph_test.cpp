@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 // What the fast way knows of a system: which terms are the same, who is made from whom, and who is asked for how much.
-#include "solver/term_graph.hpp"
+#include "series/term_graph.hpp"
 
-#include "solver/highest_terms.hpp"
+#include "series/highest_terms.hpp"
 #include "tests/unit/fixture.hpp"
+
+using namespace zirk;
 
 namespace {
 

@@ -5,6 +5,8 @@
 #include "expr/real.hpp"
 #include "tests/unit/fixture.hpp"
 
+using namespace zirk;
+
 namespace {
 
 class Constants : public NodeTest {};

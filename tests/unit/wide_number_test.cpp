@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Numbers beyond the composed size, against a stream and against simple counts.
-#include "expr/wide_number.hpp"
+#include "text/wide_number.hpp"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +9,8 @@
 #include <limits>
 #include <sstream>
 #include <streambuf>
+
+using namespace zirk;
 
 namespace {
 

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+// Variables whose series is exactly zero and stays so: they would be rejected for ever.
+#pragma once
+
+#include <unordered_map>
+#include <vector>
+
+#include "expr/calculus.hpp"
+#include "lang/equation_table.hpp"
+
+namespace zirk {
+
+/// Tells which variables with only zero terms can have no other terms when the point is repeated.
+///
+/// A sum of zeros never has a negligible term and so uses the full order. A variable with nothing but zero terms in
+/// this pass rests, and does not count, when all its terms were zero in every earlier pass of this point too (zeros
+/// that come from underflow do not rest), and one of these holds:
+///   - Nothing moves it: every algebraic equation and every time node that its right-hand side reaches, through other
+///     differential variables but not into definitions, ended the pass with the value it started with.
+///   - Nothing feeds it: it belongs to the largest set of such variables whose right-hand sides are all zero as long
+///     as the members are.
+class RestingVariables {
+public:
+    explicit RestingVariables(const EquationTable& equations) : equations_(equations) {}
+
+    /// After a pass beyond `limit`: highest order used by the variables that count. `culprit` becomes a variable beyond
+    /// `limit`, or null.
+    int order(int limit, const Differential** culprit);
+
+    /// The next pass belongs to another point.
+    void beginPoint();
+
+private:
+    struct Use {
+        std::size_t user;
+        bool isDivisor;
+    };
+    /// Any node of any right-hand side, once, with its uses.
+    struct Node {
+        const Expr* expr;
+        std::vector<Use> uses;
+        bool reachesMotion = false;
+        /// Operands that may be other than zero, and whether the node itself may.
+        int fedOperands = 0;
+        bool isFed = false;
+        /// Of a variable: all terms were zero in every pass of this point so far.
+        bool wasZero = true;
+    };
+
+    void buildGraph();
+    std::size_t indexed(const Expr* expr);
+    void addUses(std::size_t user);
+    void spreadMotion();
+    void spreadFeeding();
+    void feed(std::size_t index);
+
+    const EquationTable& equations_;
+    std::vector<Node> nodes_;
+    std::unordered_map<const Expr*, std::size_t> indexOf_;
+    std::vector<std::size_t> pending_;
+    bool hasHistory_ = false;
+};
+
+}  // namespace zirk

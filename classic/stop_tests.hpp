@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+// What ends a run before its end time: a steady state, or a period.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "expr/calculus.hpp"
+#include "lang/equation_table.hpp"
+
+namespace zirk {
+
+/// What the period test reads.
+struct PeriodSettings {
+    std::string periodicName;
+    /// On when greater than 0; its size does not matter.
+    int periodicCount = 0;
+    /// Read from the option and shown nowhere else.
+    real periodicDeriv = 0;
+    int periodicBuffer = 50;
+};
+
+/// Counts consecutive points at which no equation moved.
+class SteadyState {
+public:
+    /// After every pass, also one that is rejected.
+    void count(int steadyEquations, std::size_t equations) {
+        run_ = static_cast<std::size_t>(steadyEquations) == equations ? run_ + 1 : 0;
+    }
+    unsigned run() const { return run_; }
+
+private:
+    unsigned run_ = 0;
+};
+
+/// Watches one variable at its turning points: a period is found when it has met every recorded value equally often.
+class Period {
+public:
+    Period(const PeriodSettings& settings, const Calculus& calculus, Differential& watched)
+        : calculus_(calculus), capacity_(settings.periodicBuffer), watched_(watched) {}
+
+    /// One test per point.
+    bool found();
+
+private:
+    const Calculus& calculus_;
+    const int capacity_;
+    Differential& watched_;
+    std::vector<real> values_;
+    std::vector<int> hits_;
+};
+
+}  // namespace zirk

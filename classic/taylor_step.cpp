@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+// The evaluation pass.
+#include "classic/taylor_step.hpp"
+
+#include <algorithm>
+#include <limits>
+#include <new>
+
+namespace zirk {
+
+namespace {
+
+/// Stamps of an endless run wrap without harm.
+int following(int stamp) { return static_cast<int>(static_cast<unsigned>(stamp) + 1u); }
+
+/// Terms that every sum computes at least: it ends after this many negligible ones at the earliest.
+std::size_t shortestSum(const Calculus& calculus) {
+    if (calculus.zeroTerms < 1) return 0;
+    const int terms = calculus.useAllTerms ? calculus.maxOrder : std::min(calculus.maxOrder, calculus.zeroTerms);
+    return static_cast<std::size_t>(std::max(terms, 0));
+}
+
+}  // namespace
+
+void TaylorStep::claimTerms() {
+    if (calculus_.stepStamp == 0 || termsClaimed_) return;
+    termsClaimed_ = true;
+    std::size_t series = 1;
+    for (const Differential& variable : equations_) {
+        if (variable.type() == ExprType::Differential) ++series;
+    }
+    const std::size_t terms = shortestSum(calculus_);
+    if (terms > (std::numeric_limits<std::size_t>::max() / sizeof(real)) / series) throw std::bad_alloc();
+    // Never touched and given back at once: what cannot be had fails here and not after minutes.
+    void* volatile claimed = ::operator new(series* terms * sizeof(real));
+    ::operator delete(claimed);
+}
+
+void TaylorStep::evaluate() {
+    claimTerms();
+    calculus_.orderUsed = 0;
+    steadyCount_ = 0;
+    // What the schedule leaves is summed by the nodes, when their turn comes below.
+    const bool summed = evaluation_ == Evaluation::Scheduled && schedule_.sumAll();
+    for (Differential* variable : equations_.list()) {
+        const bool isAlgebraic = variable->type() == ExprType::Algebraic;
+        real value = 0;
+        // Algebraic equations are computed at every visit, also when somebody asked for them before.
+        if (isAlgebraic) calculus_.forceRecompute = true;
+        if (isAlgebraic || !summed) variable->Value(value);
+        if (variable->isSteady()) ++steadyCount_;
+        if (isAlgebraic) calculus_.forceRecompute = false;
+    }
+}
+
+void TaylorStep::accept() {
+    calculus_.prevStepStamp = calculus_.stepStamp;
+    calculus_.stepStamp = following(calculus_.stepStamp);
+}
+
+void TaylorStep::repeat() {
+    calculus_.stepStamp = following(calculus_.stepStamp);
+    calculus_.prevStepStamp = calculus_.stepStamp;
+}
+
+}  // namespace zirk

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+// One point: every equation evaluated at the current time, and the step stamps around it.
+#pragma once
+
+#include "expr/calculus.hpp"
+#include "lang/equation_table.hpp"
+#include "series/schedule.hpp"
+
+namespace zirk {
+
+/// How the series are summed; the results are the same to the last bit.
+enum class Evaluation { NodeByNode, Scheduled };
+
+/// Evaluates all equations in the order of their names.
+class TaylorStep {
+public:
+    TaylorStep(Calculus& calculus, const EquationTable& equations, Evaluation evaluation)
+        : calculus_(calculus), equations_(equations), evaluation_(evaluation), schedule_(calculus, equations) {}
+
+    /// Values of all equations at the current time. Leaves the order used in the calculus.
+    void evaluate();
+
+    /// The point is accepted: it becomes the base of the next one.
+    void accept();
+
+    /// The point is done again from the same base with another step.
+    void repeat();
+
+    /// Equations that did not move in the last pass.
+    int steadyCount() const { return steadyCount_; }
+
+private:
+    /// std::bad_alloc when the terms that every series needs at least do not fit into memory.
+    void claimTerms();
+
+    Calculus& calculus_;
+    const EquationTable& equations_;
+    const Evaluation evaluation_;
+    Schedule schedule_;
+    bool termsClaimed_ = false;
+    int steadyCount_ = 0;
+};
+
+}  // namespace zirk

@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: MIT
+// The loop over instructions: the order of additions and multiplications inside each term is that of the nodes.
+#include "series/order_run.hpp"
+
+#include <cmath>
+
+namespace zirk {
+
+namespace {
+
+/// Room in every array before anybody knows how many terms there will be.
+constexpr std::size_t termsAtFirst = 40;
+
+/// Runs orders `first` to `last`; returns the first one in which some cell cannot hold its term, or last + 1.
+template <class Cell>
+int runOrders(const Program& program, int first, int last, std::size_t rowSize, const real* factors,
+              OrderTerms<Cell>& terms) {
+    using Code = Program::Code;
+    using Result = Program::Result;
+    const Program::Instruction* const begin = program.instructions.data();
+    const Program::Instruction* const end = begin + program.instructions.size();
+    Cell* const now = terms.now.data();
+    Cell* row = terms.rows.data() + static_cast<std::size_t>(first) * rowSize;
+    TermArrays<Cell>& arrays = terms.arrays;
+    const auto at = [&](const Program::Operand& operand) -> real {
+        return (operand.ofVariable ? row : now)[operand.index];
+    };
+    for (int k = first; k <= last; ++k) {
+        Cell* const nextRow = row + rowSize;
+        const real& factor = factors[k + 1];
+        // At order 0 the present term of a constant is the constant.
+        const Cell* const constant = k == 0 ? now : terms.constant.data();
+        real acc = 0;
+        bool allHeld = true;
+        for (const Program::Instruction* i = begin; i != end; ++i) {
+            if (i->load.index != TermGraph::none) acc = at(i->load);
+            switch (i->code) {
+                case Code::Nothing:
+                    break;
+                case Code::Plus:
+                    acc = acc + at(i->a);
+                    break;
+                case Code::Minus:
+                    acc = acc - at(i->a);
+                    break;
+                case Code::MinusFrom:
+                    acc = at(i->a) - acc;
+                    break;
+                case Code::Negate:
+                    acc = -acc;
+                    break;
+                case Code::Truncate:
+                    acc = k == 0 ? static_cast<real>(std::trunc(static_cast<double>(acc))) : 0;
+                    break;
+                // One factor is constant: the other products are exact zeros as long as every term is finite. Adding to
+                // zero stays: it turns a negative zero into a positive one.
+                case Code::Scale:
+                    acc = 0 + acc * constant[i->a.index];
+                    break;
+                case Code::Ratio:
+                    acc = acc / constant[i->a.index];
+                    break;
+                case Code::Product:
+                    acc = arrays.sum(i->a.index, k, i->b, 0, k + 1);
+                    break;
+                case Code::PlusProduct:
+                    acc = acc + arrays.sum(i->a.index, k, i->b, 0, k + 1);
+                    break;
+                case Code::MinusProduct:
+                    acc = acc - arrays.sum(i->a.index, k, i->b, 0, k + 1);
+                    break;
+                case Code::Quotient:
+                    acc = (acc - arrays.sum(i->b, k, i->a.index, 0, k)) / arrays.at(i->b, 0);
+                    break;
+            }
+            // Tests that the processor foresees cost less than one more switch.
+            if (i->result == Result::Nothing) continue;
+            if (i->result == Result::Store) {
+                allHeld &= store(now[i->target], acc);
+            } else if (i->result == Result::Keep) {
+                allHeld &= store(arrays.at(i->array, k), acc);
+            } else {
+                const real term = acc * factor;
+                allHeld &= store(nextRow[i->target], term);
+                if (i->result == Result::NextKept) allHeld &= store(arrays.at(i->array, k + 1), term);
+            }
+        }
+        if (!allHeld) return k;
+        row = nextRow;
+    }
+    return last + 1;
+}
+
+}  // namespace
+
+// The form that is seldom used takes room when it is.
+OrderRun::OrderRun(std::size_t slots, std::size_t variables, std::size_t arrays)
+    : variables_(variables), narrow_(slots, variables, arrays, termsAtFirst), wide_(0, 0, arrays, 0) {}
+
+void OrderRun::clear() {
+    if (!isWide_) {
+        retreat_.succeed();
+    } else if (!beganWide_) {
+        retreat_.fail();
+    }
+    beganWide_ = retreat_.takesPoint();
+    isWide_ = beganWide_;
+}
+
+void OrderRun::grow(int last) {
+    reserved_ = 2 * last;
+    const auto makeRoom = [&](auto& terms) {
+        terms.rows.resize((static_cast<std::size_t>(reserved_) + 2) * variables_);
+        terms.arrays.reserve(reserved_ + 1);
+    };
+    makeRoom(narrow_);
+    // In use now or to be used again.
+    if (!wide_.now.empty()) makeRoom(wide_);
+}
+
+void OrderRun::goWide() {
+    isWide_ = true;
+    wide_.now.assign(narrow_.now.begin(), narrow_.now.end());
+    wide_.constant.assign(narrow_.constant.begin(), narrow_.constant.end());
+    wide_.rows.assign(narrow_.rows.begin(), narrow_.rows.end());
+    wide_.arrays.copy(narrow_.arrays);
+}
+
+template <class Action>
+bool OrderRun::storeOne(const Action& action) {
+    if (!isWide_) {
+        if (action(narrow_)) return true;
+        goWide();
+    }
+    return action(wide_);
+}
+
+bool OrderRun::setStart(int variable, int array, const real& start) {
+    return storeOne([&](auto& terms) {
+        const bool held = store(terms.rows[static_cast<std::size_t>(variable)], start);
+        return array == TermGraph::none ? held : held && store(terms.arrays.at(array, 0), start);
+    });
+}
+
+bool OrderRun::setNow(int slot, real term) {
+    return storeOne([&](auto& terms) { return store(terms.now[static_cast<std::size_t>(slot)], term); });
+}
+
+void OrderRun::keepConstants(const std::vector<int>& slots) {
+    const auto keep = [&](auto& terms) {
+        for (const int slot : slots)
+            terms.constant[static_cast<std::size_t>(slot)] = terms.now[static_cast<std::size_t>(slot)];
+    };
+    if (isWide_) {
+        keep(wide_);
+    } else {
+        keep(narrow_);
+    }
+}
+
+bool OrderRun::run(const Program& program, int first, int last, StepTable& stepTable) {
+    const real* const factors = stepTable.upTo(last + 1);
+    if (!isWide_) {
+        first = runOrders(program, first, last, variables_, factors, narrow_);
+        if (first > last) return true;
+        goWide();
+    }
+    return runOrders(program, first, last, variables_, factors, wide_) > last;
+}
+
+}  // namespace zirk

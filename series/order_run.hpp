@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+// Runs programs order by order, over terms stored as pairs of doubles as long as these can hold them.
+#pragma once
+
+#include <vector>
+
+#include "expr/series_sum.hpp"
+#include "series/program.hpp"
+#include "series/retreat.hpp"
+#include "series/term_arrays.hpp"
+
+namespace zirk {
+
+/// What a program works on.
+template <class Cell>
+struct OrderTerms {
+    OrderTerms(std::size_t slots, std::size_t variables, std::size_t arrayCount, std::size_t terms)
+        : now(slots), constant(slots), rows(variables), arrays(arrayCount, terms) {}
+
+    /// Per slot that is not a variable: the term of the present order, and term 0 of constants.
+    std::vector<Cell> now;
+    std::vector<Cell> constant;
+    /// Terms of all variables, one row per order.
+    std::vector<Cell> rows;
+    TermArrays<Cell> arrays;
+};
+
+/// The terms of one point.
+///
+/// All are kept as pairs of doubles until one comes that two doubles cannot hold. From there to the end of the point
+/// all are kept as they are, and the next points may begin so; when a term is not finite, that is told. Orders have to
+/// be run in rising order, and `reserve` makes room before.
+class OrderRun {
+public:
+    OrderRun(std::size_t slots, std::size_t variables, std::size_t arrays);
+
+    /// Forgets all terms: a new point begins.
+    void clear();
+
+    /// Makes room for running orders up to `last`.
+    void reserve(int last) {
+        if (last > reserved_) grow(last);
+    }
+
+    /// Term 0 of a variable, kept in `array` as well unless that is none. False when it is not finite.
+    bool setStart(int variable, int array, const real& start);
+
+    /// The present term of a slot. False when it is not finite.
+    bool setNow(int slot, real term);
+
+    /// Takes the present term of each of these slots for its term 0 as a constant.
+    void keepConstants(const std::vector<int>& slots);
+
+    /// Runs orders `first` to `last`: order k gives terms k of all slots from terms k of all variables, and terms k + 1
+    /// of the variables. False as soon as some term is not finite.
+    bool run(const Program& program, int first, int last, StepTable& stepTable);
+
+    real term(int variable, int k) const {
+        const std::size_t index = at(variable, k);
+        return isWide_ ? wide_.rows[index] : static_cast<real>(narrow_.rows[index]);
+    }
+
+    /// Adds terms `first` to `last` of a variable, but none after the last that the sum wants.
+    void addTerms(SeriesSum& sum, int variable, int first, int last, const Calculus& calculus) const {
+        const int count = last - first + 1;
+        if (isWide_) {
+            sum.addRun(&wide_.rows[at(variable, first)], variables_, count, calculus);
+        } else {
+            sum.addRun(&narrow_.rows[at(variable, first)], variables_, count, calculus);
+        }
+    }
+
+private:
+    std::size_t at(int variable, int k) const {
+        return static_cast<std::size_t>(k) * variables_ + static_cast<std::size_t>(variable);
+    }
+    void grow(int last);
+    void goWide();
+
+    /// Does what stores one term, with the form in force; again with the other one when the first cannot hold the term.
+    template <class Action>
+    bool storeOne(const Action& action);
+
+    std::size_t variables_;
+    bool isWide_ = false;
+    bool beganWide_ = false;
+    Retreat retreat_;
+    int reserved_ = -1;
+    OrderTerms<Halves> narrow_;
+    OrderTerms<real> wide_;
+};
+
+}  // namespace zirk

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+// When the program runs and when the nodes do.
+#include "series/schedule.hpp"
+
+#include "series/series_pass.hpp"
+
+namespace zirk {
+
+namespace {
+
+/// Making the program costs about as much as two points of low order by the nodes; short runs do without.
+/// At high orders it costs less than the first.
+constexpr int pointsBeforeBuilding = 4;
+constexpr int lowOrder = 60;
+
+}  // namespace
+
+Schedule::Schedule(Calculus& calculus, const EquationTable& equations) : calculus_(calculus), equations_(equations) {}
+
+Schedule::~Schedule() = default;
+
+bool Schedule::sumAll() {
+    if (calculus_.stepStamp == 0 || calculus_.maxOrder < 2 || calculus_.zeroTerms < 1) return false;
+    if (waited_ < pointsBeforeBuilding && calculus_.maxOrder <= lowOrder) {
+        ++waited_;
+        return false;
+    }
+    if (retreat_.takesPoint()) return false;
+    if (pass_ == nullptr) pass_ = std::make_unique<SeriesPass>(calculus_, equations_);
+    const bool summed = pass_->sumAll();
+    if (summed) {
+        retreat_.succeed();
+    } else {
+        retreat_.fail();
+    }
+    return summed;
+}
+
+}  // namespace zirk
