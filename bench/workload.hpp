@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "driver/settings.hpp"
+#include "text/from_text.hpp"
 
 using namespace zirk;
 
@@ -26,7 +27,7 @@ std::string modelText(const std::string& folder, const std::string& arguments);
 /// A prepared system and its points. One at a time is in force: the latest that lives.
 class Workload {
 public:
-    /// As the command line would have it. Throws Failure for bad options and bad input.
+    /// As the command line would have it. Throws Error for bad options and bad input.
     Workload(const std::string& options, const std::string& text, Evaluation evaluation);
     Workload(int argc, char** argv, Evaluation evaluation);
 

@@ -109,13 +109,12 @@ void RestingVariables::spreadFeeding() {
     }
 }
 
-int RestingVariables::order(int limit, const Differential** culprit) {
+RestingVariables::Count RestingVariables::count(int limit) {
     if (nodes_.empty()) buildGraph();
     hasHistory_ = true;
     spreadMotion();
     spreadFeeding();
-    int highest = 0;
-    *culprit = nullptr;
+    Count result;
     // Variables were entered first, in the order of their names.
     for (std::size_t i = 0; i < equations_.size(); ++i) {
         Node& node = nodes_[i];
@@ -124,10 +123,10 @@ int RestingVariables::order(int limit, const Differential** culprit) {
         node.wasZero = node.wasZero && variable.onlyZeroTerms();
         // With a limit below zero nothing that rests is within it either.
         if (limit >= 0 && node.wasZero && (!node.reachesMotion || !node.isFed)) continue;
-        highest = std::max(highest, variable.ownOrder());
-        if (variable.ownOrder() > limit && *culprit == nullptr) *culprit = &variable;
+        result.order = std::max(result.order, variable.ownOrder());
+        if (variable.ownOrder() > limit && result.culprit == nobody) result.culprit = i;
     }
-    return highest;
+    return result;
 }
 
 void RestingVariables::beginPoint() {

@@ -23,9 +23,16 @@ class RestingVariables {
 public:
     explicit RestingVariables(const EquationTable& equations) : equations_(equations) {}
 
-    /// After a pass beyond `limit`: highest order used by the variables that count. `culprit` becomes a variable beyond
-    /// `limit`, or null.
-    int order(int limit, const Differential** culprit);
+    struct Count {
+        /// Highest order used by the variables that count.
+        int order = 0;
+        /// Place in the table of the first of them beyond the limit, or `nobody`.
+        std::size_t culprit = nobody;
+    };
+    static constexpr std::size_t nobody = static_cast<std::size_t>(-1);
+
+    /// After a pass in which some variable was beyond `limit`.
+    Count count(int limit);
 
     /// The next pass belongs to another point.
     void beginPoint();

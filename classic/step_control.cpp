@@ -3,11 +3,12 @@
 #include "classic/step_control.hpp"
 
 #include <cmath>
-#include <sstream>
 
-#include "expr/failure.hpp"
+#include "zirk/error.hpp"
 #include "expr/formula_text.hpp"
 #include "classic/first_not_finite.hpp"
+#include "text/from_text.hpp"
+#include "text/number_text.hpp"
 
 namespace zirk {
 
@@ -15,116 +16,125 @@ namespace {
 
 constexpr int tellingPasses = 64;
 
+/// The nearest double to 1.2, and not 1.2 itself.
+constexpr real growth = 1.2;
+
 }  // namespace
 
-StepControl::StepControl(Calculus& calculus, StepSettings& settings, TaylorStep& taylor, const EquationTable& equations,
-                         Progress& progress, std::ostream& log)
+StepControl::StepControl(Calculus& calculus, const ClassicOptions& options, TaylorStep& taylor,
+                         const EquationTable& equations, Progress& progress, ClassicObserver& observer)
     : calculus_(calculus),
-      settings_(settings),
+      options_(options),
       taylor_(taylor),
       progress_(progress),
-      line_(log),
-      resting_(equations),
-      decrease_(realFromText("2.0")),
-      increase_(realFromText("1.2")) {}
+      equations_(equations),
+      observer_(observer),
+      resting_(equations) {}
 
 void StepControl::clipFirstStep() {
-    if (!(settings_.tMax >= calculus_.step)) calculus_.changeStep(settings_.tMax);
+    if (!(options_.tMax >= calculus_.step)) calculus_.changeStep(options_.tMax);
 }
 
 bool StepControl::rejectPoint() {
-    const int limit = saturatingSum(calculus_.maxOrder, -static_cast<std::int64_t>(calculus_.zeroTerms));
-    bool isAccepted = calculus_.orderUsed <= limit || settings_.fixedStep;
-    const Differential* culprit = nullptr;
+    const int limit = orderLimit();
+    bool isAccepted = calculus_.orderUsed <= limit || options_.fixedStep;
+    RestingVariables::Count count;
     if (!isAccepted) {
-        const int order = resting_.order(limit, &culprit);
-        isAccepted = order <= limit;
-        if (isAccepted) calculus_.orderUsed = order;
+        count = resting_.count(limit);
+        isAccepted = count.order <= limit;
+        if (isAccepted) calculus_.orderUsed = count.order;
     }
     if (isAccepted) {
         resting_.beginPoint();
         isRepeating_ = false;
         return false;
     }
-    noteObstacle(culprit);
-    const real half = calculus_.step / decrease_;
+    noteObstacle(count.culprit);
+    const real half = calculus_.step / 2;
     if (sameValue(half, calculus_.step)) failStuck(progress_.previousTime, "", reason());
     checkMotion(progress_.previousTime);
     taylor_.repeat();
     calculus_.changeStep(half);
-    line_ << "#(COMP) Max ORDER reached! Changing step to " << calculus_.step << "\tTime= " << progress_.previousTime
-          << endOfLine;
+    observer_.stepHalved(calculus_.step, progress_.previousTime);
     progress_.recheckStiffness = true;
     calculus_.time = progress_.previousTime + calculus_.step;
     return true;
 }
 
 void StepControl::enlarge() {
-    if (progress_.firstPoint || calculus_.orderUsed > calculus_.maxOrder / 12) return;
-    if (!settings_.fixedStep) {
-        calculus_.changeStep(calculus_.step * increase_);
-        line_ << "#(COMP) Step increased to " << calculus_.step << "\tTime= " << progress_.previousTime << endOfLine;
+    if (progress_.firstPoint || calculus_.orderUsed > calculus_.limits.maxOrder / 12) return;
+    if (!options_.fixedStep) {
+        calculus_.changeStep(calculus_.step * growth);
+        observer_.stepEnlarged(calculus_.step, progress_.previousTime);
     }
     progress_.recheckStiffness = true;
 }
 
 void StepControl::advance(bool onlyEndTimeStops) {
     const bool stuck = calculus_.step == 0 || std::isnan(calculus_.step);
-    if (stuck && onlyEndTimeStops && calculus_.time != settings_.tMax) failStuck(calculus_.time, "", "");
+    if (stuck && onlyEndTimeStops && calculus_.time != options_.tMax) failStuck(calculus_.time, "", "");
     checkMotion(calculus_.time);
     progress_.previousTime = calculus_.time;
     calculus_.time = calculus_.time + calculus_.step;
     progress_.firstPoint = false;
-    if (settings_.tMax <= calculus_.time) {
+    if (options_.tMax <= calculus_.time) {
         // In this order; the time is assigned and not added up: the run ends on equality.
-        calculus_.changeStep((calculus_.step - calculus_.time) + settings_.tMax);
-        calculus_.time = settings_.tMax;
-        settings_.printEvery = realFromText("0");
+        calculus_.changeStep((calculus_.step - calculus_.time) + options_.tMax);
+        calculus_.time = options_.tMax;
+        progress_.isLastStep = true;
     }
     taylor_.accept();
 }
 
-void StepControl::noteObstacle(const Differential* culprit) {
+int StepControl::orderLimit() const {
+    return saturatingSum(calculus_.limits.maxOrder, -static_cast<std::int64_t>(calculus_.limits.zeroTerms));
+}
+
+void StepControl::noteObstacle(std::size_t culprit) {
     if (!isRepeating_) obstacle_ = {};
     isRepeating_ = true;
     // After so many halvings terms begin to vanish, and who is to blame shows no more.
     if (++obstacle_.passes > tellingPasses) return;
     if (culprit != obstacle_.variable) obstacle_ = {culprit, 0, obstacle_.passes};
-    if (culprit == nullptr || culprit->onlyZeroTerms() || obstacle_.firstTerm != 0) return;
+    if (culprit == RestingVariables::nobody || obstacle_.firstTerm != 0) return;
+    if (equations_.list()[culprit]->onlyZeroTerms()) return;
+    const int highest = taylor_.highestTerm(culprit);
     int k = 0;
-    while (k < culprit->highestTerm() && culprit->term(k) == 0) ++k;
+    while (k < highest && taylor_.term(culprit, k) == 0) ++k;
     obstacle_.firstTerm = k;
 }
 
 std::string StepControl::reason() const {
-    if (obstacle_.variable == nullptr) return "";
-    const std::string text = ": " + describe(*obstacle_.variable) + " does not converge";
-    const std::string maker = firstNotFinite(*obstacle_.variable);
-    if (!maker.empty())
-        return (maker.find(describe(*obstacle_.variable)) == std::string::npos ? text : "") + ": " + maker;
-    const int limit = saturatingSum(calculus_.maxOrder, -static_cast<std::int64_t>(calculus_.zeroTerms));
-    const bool noneSeen = obstacle_.firstTerm == 0 && obstacle_.variable->startValue() == 0;
-    const int zeros = noneSeen ? calculus_.maxOrder : obstacle_.firstTerm;
-    if (zeros < limit || limit < 1) return text;
+    if (obstacle_.variable == RestingVariables::nobody) return "";
+    const Differential& variable = *equations_.list()[obstacle_.variable];
+    const std::string maker = firstNotFinite(variable);
+    if (maker.find(describe(variable)) != std::string::npos) return ": " + maker;
+    const std::string text = ": " + describe(variable) + " does not converge";
+    if (!maker.empty()) return text + ": " + maker;
+    const bool noneSeen = obstacle_.firstTerm == 0 && variable.startValue() == 0;
+    const int zeros = noneSeen ? calculus_.limits.maxOrder : obstacle_.firstTerm;
+    if (zeros < orderLimit() || orderLimit() < 1) return text;
     // With so late a beginning no step is small enough.
     return text + ": its first " + std::to_string(zeros) + " terms are zero; try -o " +
            std::to_string(std::int64_t{2} * zeros) + " or -f 1";
 }
 
 void StepControl::checkMotion(real acceptedTime) {
-    const bool mayStand = calculus_.steadyStop != 0 && acceptedTime == settings_.tMax;
+    const bool mayStand = calculus_.limits.steadyStop != 0 && acceptedTime == options_.tMax;
     if (mayStand) standstill_.forgive();
-    if (!standstill_.lasts(acceptedTime, settings_.tMax)) return;
-    const std::string why = obstacle_.variable != nullptr
-                                ? ": " + describe(*obstacle_.variable) + " needs smaller and smaller steps"
-                                : ": the step is too small for the time";
+    if (!standstill_.lasts(acceptedTime, options_.tMax)) return;
+    const bool isKnown = obstacle_.variable != RestingVariables::nobody;
+    const std::string why = isKnown ? ": " + describe(*equations_.list()[obstacle_.variable]) + " needs smaller and smaller steps"
+                                    : ": the step is too small for the time";
     failStuck(acceptedTime, " after " + std::to_string(Standstill::mostPasses) + " passes", why);
 }
 
 void StepControl::failStuck(real time, const std::string& passes, const std::string& reason) const {
-    std::ostringstream text;
-    text << "#(ERR) No progress at time " << time << " with step " << calculus_.step << passes << reason << '\n';
-    throw Failure(text.str(), 1);
+    std::string text = "#(ERR) No progress at time ";
+    appendGeneral(text, time);
+    text += " with step ";
+    appendGeneral(text, calculus_.step);
+    throw RunError(text + passes + reason + '\n', time);
 }
 
 }  // namespace zirk

@@ -2,48 +2,31 @@
 // Stiffness: how far the last terms of the differential equations lie apart.
 #pragma once
 
-#include <iosfwd>
-#include <string_view>
-
-#include "text/line.hpp"
-#include "lang/equation_table.hpp"
+#include "classic/taylor_step.hpp"
+#include "zirk/classic_integrator.hpp"
 
 namespace zirk {
-
-/// What the test reads.
-struct StiffnessSettings {
-    int stiffExpDiff = 20;
-    bool stiffEveryStep = false;
-};
 
 /// Advisory test: changes neither the step nor the order.
 class Stiffness {
 public:
-    Stiffness(const StiffnessSettings& settings, const EquationTable& equations, std::ostream& log)
-        : settings_(settings), equations_(equations), line_(log) {}
+    Stiffness(const StiffnessOptions& options, const EquationTable& equations, TaylorStep& taylor)
+        : options_(options), equations_(equations), taylor_(taylor) {}
 
-    /// Tests unless the system is known to be stiff; clears `recheck` when it is found to be.
+    /// Whether the next point is to be tested: not when the system is known to be stiff, unless `recheck` is set.
+    bool isDue(bool recheck) const { return !last_.isStiff || recheck || options_.stiffEveryStep; }
+
+    /// Tests the point; clears `recheck` when the system is found to be stiff.
     void test(bool& recheck);
 
-    /// Binary exponents of the smallest and the largest last term; 0 before the first test.
-    int smallestExponent() const { return smallest_.exponent; }
-    int largestExponent() const { return largest_.exponent; }
+    /// The last test; before the first one all exponents are 0.
+    const StiffnessTest& last() const { return last_; }
 
 private:
-    struct Extreme {
-        std::string_view name;
-        int exponent = 0;
-    };
-
-    void findExtremes();
-    static Extreme extreme(const Differential* variable, const real& magnitude);
-
-    const StiffnessSettings& settings_;
+    const StiffnessOptions& options_;
     const EquationTable& equations_;
-    Line line_;
-    bool stiff_ = false;
-    Extreme smallest_;
-    Extreme largest_;
+    TaylorStep& taylor_;
+    StiffnessTest last_;
 };
 
 }  // namespace zirk

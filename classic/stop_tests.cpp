@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The period test.
 #include "classic/stop_tests.hpp"
+#include "text/from_text.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -9,7 +10,7 @@
 namespace zirk {
 
 bool Period::found() {
-    const real accuracy = calculus_.accuracy;
+    const real accuracy = limits_.accuracy;
     real rate = 0;
     watched_.rightHandSide()->Value(rate);
     // Around the accuracy and not around zero, on purpose: only turning points met with a rate of 0 or more count.

@@ -7,18 +7,9 @@
 
 #include "expr/calculus.hpp"
 #include "lang/equation_table.hpp"
+#include "zirk/classic_options.hpp"
 
 namespace zirk {
-
-/// What the period test reads.
-struct PeriodSettings {
-    std::string periodicName;
-    /// On when greater than 0; its size does not matter.
-    int periodicCount = 0;
-    /// Read from the option and shown nowhere else.
-    real periodicDeriv = 0;
-    int periodicBuffer = 50;
-};
 
 /// Counts consecutive points at which no equation moved.
 class SteadyState {
@@ -36,14 +27,14 @@ private:
 /// Watches one variable at its turning points: a period is found when it has met every recorded value equally often.
 class Period {
 public:
-    Period(const PeriodSettings& settings, const Calculus& calculus, Differential& watched)
-        : calculus_(calculus), capacity_(settings.periodicBuffer), watched_(watched) {}
+    Period(const PeriodOptions& options, const SeriesLimits& limits, Differential& watched)
+        : limits_(limits), capacity_(options.periodicBuffer), watched_(watched) {}
 
     /// One test per point.
     bool found();
 
 private:
-    const Calculus& calculus_;
+    const SeriesLimits& limits_;
     const int capacity_;
     Differential& watched_;
     std::vector<real> values_;

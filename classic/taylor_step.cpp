@@ -15,8 +15,8 @@ int following(int stamp) { return static_cast<int>(static_cast<unsigned>(stamp) 
 
 /// Terms that every sum computes at least: it ends after this many negligible ones at the earliest.
 std::size_t shortestSum(const Calculus& calculus) {
-    if (calculus.zeroTerms < 1) return 0;
-    const int terms = calculus.useAllTerms ? calculus.maxOrder : std::min(calculus.maxOrder, calculus.zeroTerms);
+    if (calculus.limits.zeroTerms < 1) return 0;
+    const int terms = calculus.limits.useAllTerms ? calculus.limits.maxOrder : std::min(calculus.limits.maxOrder, calculus.limits.zeroTerms);
     return static_cast<std::size_t>(std::max(terms, 0));
 }
 
@@ -41,16 +41,34 @@ void TaylorStep::evaluate() {
     calculus_.orderUsed = 0;
     steadyCount_ = 0;
     // What the schedule leaves is summed by the nodes, when their turn comes below.
-    const bool summed = evaluation_ == Evaluation::Scheduled && schedule_.sumAll();
+    isScheduled_ = evaluation_ == Evaluation::Scheduled && schedule_.sumAll();
+    if (isScheduled_ && place_.empty()) findPlaces();
     for (Differential* variable : equations_.list()) {
         const bool isAlgebraic = variable->type() == ExprType::Algebraic;
         real value = 0;
         // Algebraic equations are computed at every visit, also when somebody asked for them before.
         if (isAlgebraic) calculus_.forceRecompute = true;
-        if (isAlgebraic || !summed) variable->Value(value);
+        if (isAlgebraic || !isScheduled_) variable->Value(value);
         if (variable->isSteady()) ++steadyCount_;
         if (isAlgebraic) calculus_.forceRecompute = false;
     }
+}
+
+void TaylorStep::findPlaces() {
+    int place = 0;
+    for (const Differential* variable : equations_.list()) {
+        place_.push_back(variable->type() == ExprType::Algebraic ? place : place++);
+    }
+}
+
+int TaylorStep::highestTerm(std::size_t variable) {
+    const Differential& asked = *equations_.list()[variable];
+    const bool isNodes = !isScheduled_ || asked.type() == ExprType::Algebraic;
+    return isNodes ? asked.highestTerm() : schedule_.highestTerm(place_[variable]);
+}
+
+real TaylorStep::term(std::size_t variable, int k) const {
+    return isScheduled_ ? schedule_.term(place_[variable], k) : equations_.list()[variable]->term(k);
 }
 
 void TaylorStep::accept() {

@@ -5,11 +5,9 @@
 #include "expr/calculus.hpp"
 #include "lang/equation_table.hpp"
 #include "series/schedule.hpp"
+#include "zirk/classic_integrator.hpp"
 
 namespace zirk {
-
-/// How the series are summed; the results are the same to the last bit.
-enum class Evaluation { NodeByNode, Scheduled };
 
 /// Evaluates all equations in the order of their names.
 class TaylorStep {
@@ -29,14 +27,25 @@ public:
     /// Equations that did not move in the last pass.
     int steadyCount() const { return steadyCount_; }
 
+    // Terms of the last pass, of the variables in the order of their names.
+
+    /// Index of the last term; -1 for algebraic equations.
+    int highestTerm(std::size_t variable);
+    real term(std::size_t variable, int k) const;
+
 private:
     /// std::bad_alloc when the terms that every series needs at least do not fit into memory.
     void claimTerms();
+    void findPlaces();
 
     Calculus& calculus_;
     const EquationTable& equations_;
     const Evaluation evaluation_;
     Schedule schedule_;
+    /// The program and not the nodes made the last pass.
+    bool isScheduled_ = false;
+    /// Per equation: how many differential variables come before it.
+    std::vector<int> place_;
     bool termsClaimed_ = false;
     int steadyCount_ = 0;
 };

@@ -6,7 +6,7 @@ include(CheckLinkerFlag)
 # What every object has in common, generated parser included.
 add_library(zirk_options INTERFACE)
 target_compile_features(zirk_options INTERFACE cxx_std_17)
-target_include_directories(zirk_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_include_directories(zirk_options INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
 target_compile_options(zirk_options INTERFACE
   -ffp-contract=off -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/= -fmacro-prefix-map=${PROJECT_BINARY_DIR}/=)
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Entry of the program.
-#include "driver/run.hpp"
+#include "driver/program.hpp"
 
 int main(int argc, char** argv) { return zirk::runProgram(argc, argv, zirk::Evaluation::Scheduled); }

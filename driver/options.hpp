@@ -21,7 +21,7 @@ struct CommandLine {
     std::string badNumber;
 };
 
-/// Reads options into the settings and opens the input. Failure of status 1 for a bad option (its text is the usage)
+/// Reads options into the settings and opens the input. Error of status 1 for a bad option (its text is the usage)
 /// and for an input file that cannot be opened.
 CommandLine parseOptions(int argc, char** argv, Settings& settings, Output& output);
 

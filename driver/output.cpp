@@ -17,8 +17,7 @@
 #include <string_view>
 #include <vector>
 
-#include "expr/failure.hpp"
-#include "text/line.hpp"
+#include "zirk/error.hpp"
 
 namespace zirk {
 
@@ -181,7 +180,7 @@ public:
         flushed_ = now();
         busy_ = 0;
         if (resultsError == 0) return;
-        throw Failure(std::string("#(ERR) Error by writing results: ") + std::strerror(resultsError) + "\n", 1);
+        throw Error(std::string("#(ERR) Error by writing results: ") + std::strerror(resultsError) + "\n", 1);
     }
 
     bool isBusy() const { return busy_ != 0; }
@@ -201,10 +200,8 @@ private:
 /// Stream buffer without a buffer of its own: everything goes to the queue.
 class Output::Channel : public std::streambuf {
 public:
-    /// When bytes go on to the descriptor without waiting for more.
-    enum class Pass { WhenDue, Lines, Pieces };
-
-    Channel(Queue& queue, int descriptor, Pass pass) : queue_(queue), descriptor_(descriptor), pass_(pass) {}
+    /// `isSeen`: every line goes on at once, for somebody waits for it.
+    Channel(Queue& queue, int descriptor, bool isSeen) : queue_(queue), descriptor_(descriptor), isSeen_(isSeen) {}
 
 protected:
     std::streamsize xsputn(const char* bytes, std::streamsize count) override {
@@ -222,35 +219,29 @@ private:
     void append(const char* bytes, std::size_t count) {
         if (count == 0) return;
         queue_.append(descriptor_, bytes, count);
-        if (pass_ == Pass::Pieces || (pass_ == Pass::Lines && bytes[count - 1] == '\n')) queue_.flush();
+        if (isSeen_ && bytes[count - 1] == '\n') queue_.flush();
     }
 
     Queue& queue_;
     const int descriptor_;
-    const Pass pass_;
+    const bool isSeen_;
 };
 
-Output::Output(int resultsDescriptor, int logDescriptor, Delivery delivery) {
-    using Pass = Channel::Pass;
+Output::Output(int resultsDescriptor, int logDescriptor) {
     const bool together = sameDestination(resultsDescriptor, logDescriptor);
     const bool common = together && shareOnePosition(resultsDescriptor, logDescriptor);
-    const auto pass = [delivery](int descriptor, Pass immediate) {
-        if (delivery == Delivery::Immediate) return immediate;
-        return isatty(descriptor) != 0 ? Pass::Lines : Pass::WhenDue;
-    };
     queues_[0] = std::make_unique<Queue>();
     if (!together) queues_[1] = std::make_unique<Queue>();
-    channels_[0] = std::make_unique<Channel>(*queues_[0], resultsDescriptor, pass(resultsDescriptor, Pass::Lines));
-    channels_[1] = std::make_unique<Channel>(*queues_[together ? 0 : 1], common ? resultsDescriptor : logDescriptor,
-                                             pass(logDescriptor, Pass::Pieces));
+    const auto channel = [&](std::size_t queue, int descriptor, int writer) {
+        return std::make_unique<Channel>(*queues_[queue], writer, isatty(descriptor) != 0);
+    };
+    channels_[0] = channel(0, resultsDescriptor, resultsDescriptor);
+    channels_[1] = channel(together ? 0 : 1, logDescriptor, common ? resultsDescriptor : logDescriptor);
     results_ = std::make_unique<std::ostream>(channels_[0].get());
     log_ = std::make_unique<std::ostream>(channels_[1].get());
     // A failing queue must reach the caller and not only set a state.
     results_->exceptions(std::ios::badbit);
     log_->exceptions(std::ios::badbit);
-    if (delivery == Delivery::Collected) return;
-    insertPieceByPiece(*results_);
-    insertPieceByPiece(*log_);
 }
 
 Output::~Output() = default;
@@ -272,7 +263,7 @@ void Output::flushQuietly() {
     for (const auto& queue : queues_) {
         try {
             if (queue) queue->flush();
-        } catch (const Failure&) {
+        } catch (const Error&) {
             // Told already, or about to be told.
         }
     }

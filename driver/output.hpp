@@ -7,13 +7,6 @@
 
 namespace zirk {
 
-/// How bytes are handed on.
-enum class Delivery {
-    Collected,
-    /// As a first program would do it, for comparison: results line by line, diagnostics insertion by insertion.
-    Immediate
-};
-
 /// Both streams of a run.
 ///
 /// Lines collect in memory and go out in large writes: when 64 KiB are full, when a tenth of a second has passed, or at
@@ -25,7 +18,7 @@ enum class Delivery {
 /// half taken for a second is cut by them, on purpose: a run must be stoppable whatever its reader does.
 class Output {
 public:
-    Output(int resultsDescriptor, int logDescriptor, Delivery delivery = Delivery::Collected);
+    Output(int resultsDescriptor, int logDescriptor);
     ~Output();
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
@@ -33,10 +26,10 @@ public:
     std::ostream& results() { return *results_; }
     std::ostream& log() { return *log_; }
 
-    /// Once per point: writes what has waited long enough. Failure when results cannot be written.
+    /// Once per point: writes what has waited long enough. Error when results cannot be written.
     void tick();
 
-    /// Writes everything. Failure when results cannot be written.
+    /// Writes everything. Error when results cannot be written.
     void flush();
 
     /// As flushQuietly, from a signal handler: leaves a queue alone that is being changed right now.

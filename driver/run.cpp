@@ -1,107 +1,102 @@
 // SPDX-License-Identifier: MIT
-// Start-up, the loop over points, and the end of a run.
+// Rows, and the lines between them.
 #include "driver/run.hpp"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <csignal>
-#include <new>
-#include <stdexcept>
-
-#include "driver/hints.hpp"
-#include "driver/memory_bound.hpp"
-#include "driver/options.hpp"
-#include "driver/resource_file.hpp"
-#include "driver/signals.hpp"
-#include "expand/expansion.hpp"
-#include "expr/failure.hpp"
-#include "lang/compiler.hpp"
+#include "driver/run_context.hpp"
 #include "report/dumps.hpp"
+#include "report/plot_script.hpp"
 
 namespace zirk {
 
-Run::Run(Settings& settings, Output& output, Evaluation evaluation)
+using Pass = ClassicIntegrator::Pass;
+
+Run::Run(const Settings& settings, Output& output, const Model& model, Evaluation evaluation)
     : settings_(settings),
       output_(output),
-      taylor_(settings, settings.equations, evaluation),
-      control_(settings, settings, taylor_, settings.equations, progress_, output.log()),
-      stiffness_(settings, settings.equations, output.log()),
-      table_(output.results(), settings, settings, settings, settings.equations, stiffness_),
-      nextPrint_(realFromText("0")) {}
-
-void Run::openPeriod() {
-    if (settings_.periodicCount <= 0) return;
-    Differential* watched = settings_.equations.find(settings_.periodicName);
-    if (watched != nullptr) {
-        period_ = std::make_unique<Period>(settings_, settings_, *watched);
-        return;
-    }
-    output_.log() << "#(WARN) Equation " << settings_.periodicName
-                  << " doesn't exist. The period. detection is disabled.\n";
-    settings_.periodicCount = 0;
+      integrator_(model, settings.classic, this, evaluation),
+      table_(output.results(), integrator_, settings.layout, settings.selection, settings.numbers,
+             settings.classic.limits.useAllTerms),
+      log_(output.log()) {
+    runContext().run = &integrator_;
 }
 
-bool Run::computePoint() {
-    taylor_.evaluate();
-    steady_.count(taylor_.steadyCount(), settings_.equations.size());
-    return !control_.rejectPoint();
+Run::~Run() { runContext().run = nullptr; }
+
+void Run::dumpTree() {
+    log_ << "#(TREEDUMP) Dumping tree" << endOfLine;
+    for (std::size_t i = 0; i < integrator_.size(); ++i) output_.log() << integrator_.equation(i);
+    log_ << "#(TREEDUMP) Tree dumped" << endOfLine;
+}
+
+void Run::writeHints(const std::string& badOption) {
+    if (!badOption.empty()) {
+        log_ << "#(HINT) " << badOption << ": the value is no number, or not only a number" << endOfLine;
+    }
+    for (const std::string& remark : integrator_.remarks()) log_ << "#(HINT) " << remark << endOfLine;
+}
+
+void Run::stepHalved(real step, real time) {
+    log_ << "#(COMP) Max ORDER reached! Changing step to " << step << "\tTime= " << time << endOfLine;
+}
+
+void Run::stepEnlarged(real step, real time) {
+    log_ << "#(COMP) Step increased to " << step << "\tTime= " << time << endOfLine;
+}
+
+void Run::stiffnessTested(const StiffnessTest& test) {
+    if (test.isStiff) log_ << "#(COMP) System is STIFF!" << endOfLine;
+    log_ << "#(TST) Max(" << test.largestName << ")=" << test.largestExponent << "  Min(" << test.smallestName
+         << ")=" << test.smallestExponent << "  Diff=" << test.difference << endOfLine;
+}
+
+void Run::periodUnknown(const std::string& name) {
+    log_ << "#(WARN) Equation " << name << " doesn't exist. The period. detection is disabled." << endOfLine;
+}
+
+bool Run::isDue() const {
+    // Once the end time has cut the step every point is shown.
+    if (settings_.rows.printEvery == 0 || integrator_.isLastStep()) return true;
+    return integrator_.time() > nextPrint_ || integrator_.statistics().points == 1;
 }
 
 void Run::printPoint() {
-    const bool due = settings_.printEvery == 0 || settings_.time > nextPrint_ || progress_.firstPoint;
-    if (!due) {
+    if (!isDue()) {
         ++unprinted_;
         return;
     }
-    std::ostream& log = output_.log();
     if (unprinted_ != 0) {
-        log << "#(INFO) " << unprinted_ << " results not printed\n";
+        log_ << "#(INFO) " << unprinted_ << " results not printed" << endOfLine;
         unprinted_ = 0;
     }
-    nextPrint_ = nextPrint_ + settings_.printEvery;
-    if ((settings_.dumpDY & 1) != 0) dumpTerms(log, settings_.equations, progress_.previousTime);
-    if ((settings_.dumpDY & 2) != 0) dumpDerivatives(log, settings_.equations, settings_, progress_.previousTime);
-    table_.writeRow(settings_.printOnlyTmax ? RowFlag::Set : RowFlag::Clear);
-}
-
-bool Run::isFinished() {
-    // With the steady-state test on, nothing else ends the run: at the end time the step is 0 from then on.
-    if (settings_.steadyStop != 0) return steady_.run() == settings_.steadyStop;
-    if (period_ && period_->found()) return true;
-    return settings_.time == settings_.tMax;
+    nextPrint_ = nextPrint_ + settings_.rows.printEvery;
+    if ((settings_.dumpDY & 1) != 0) dumpTerms(output_.log(), integrator_);
+    if ((settings_.dumpDY & 2) != 0) dumpDerivatives(output_.log(), integrator_);
+    table_.writeRow(settings_.rows.printOnlyTmax ? RowFlag::Set : RowFlag::Clear);
 }
 
 void Run::begin() {
-    output_.log() << "#(INFO) Starting solving\n\n";
-    if (settings_.gnuplotRequested) writePlotHead(output_.results(), settings_, settings_, settings_.equations);
+    log_ << "#(INFO) Starting solving\n" << endOfLine;
+    if (settings_.plot.gnuplotRequested) {
+        writePlotHead(output_.results(), settings_.plot, settings_.layout, settings_.selection, integrator_);
+    }
     table_.writeHeader();
     // The first points may take long; whoever ends the run by then still sees what it was about.
     output_.flush();
     clock_.startClock();
-    openPeriod();
-    control_.clipFirstStep();
 }
 
 bool Run::pass() {
-    if (!computePoint()) {
-        output_.tick();
-        return true;
-    }
-    printPoint();
+    const Pass pass = integrator_.next();
+    if (pass == Pass::Point) printPoint();
     output_.tick();
-    if (isFinished()) return false;
-    stiffness_.test(progress_.recheckStiffness);
-    control_.enlarge();
-    control_.advance(settings_.steadyStop == 0 && !period_);
-    return true;
+    return pass != Pass::End;
 }
 
 void Run::end() {
     clock_.stopClock();
-    table_.writeRow(settings_.printOnlyTmax ? RowFlag::Clear : RowFlag::Set);
+    table_.writeRow(settings_.rows.printOnlyTmax ? RowFlag::Clear : RowFlag::Set);
     clock_.printTimes(output_.log());
-    if (settings_.gnuplotRequested) writePlotTail(output_.results(), settings_);
+    if (settings_.plot.gnuplotRequested) writePlotTail(output_.results(), settings_.plot);
 }
 
 void Run::solve() {
@@ -109,85 +104,6 @@ void Run::solve() {
     while (pass()) {
     }
     end();
-}
-
-namespace {
-
-/// A missing standard descriptor must not be taken by the next file that is opened; using it still fails.
-void occupyStandardDescriptors() {
-    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        if (fcntl(descriptor, F_GETFD) >= 0) continue;
-        // The lowest free descriptor is this one.
-        (void)!open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
-    }
-}
-
-int runSteps(int argc, char** argv, Output& output, Evaluation evaluation) {
-    Settings& s = settings();
-    std::ostream& log = output.log();
-    s.reset();
-    readResourceFile(resourceFilePath(), s, log);
-    const CommandLine commandLine = parseOptions(argc, argv, s, output);
-    if (!commandLine.solve) return 0;
-    log << "#(INFO) Parsing input\n";
-    if (Compiler(*commandLine.input, log, s, s, s).compile() != 0) {
-        log << "#(ERR) Compile error occured...\n";
-        return 3;
-    }
-    log << "#(INFO) Initializing values\n";
-    Expansion(s, s, s).prepare();
-    if (s.dumpTree) {
-        log << "#(TREEDUMP) Dumping tree\n";
-        for (const Differential& variable : s.equations) variable.TreeDump(log);
-        log << "#(TREEDUMP) Tree dumped\n";
-    }
-    if (isatty(STDERR_FILENO) != 0) writeHints(log, s, s, commandLine.badNumber);
-    Run(s, output, evaluation).solve();
-    return 0;
-}
-
-/// Results first, then the message.
-int fail(Output& output, const std::string& message, int status) {
-    output.flushQuietly();
-    // Whatever ended the run may have come out of this stream and left it closed to writing.
-    output.log().clear();
-    try {
-        output.log() << message;
-    } catch (const Failure&) {
-        // Results that wait with it cannot be written; the message stands for that.
-    }
-    output.flushQuietly();
-    return status;
-}
-
-/// Turns what ends a run early into its message and status.
-int runGuarded(int argc, char** argv, Output& output, Evaluation evaluation) {
-    try {
-        const int status = runSteps(argc, argv, output, evaluation);
-        output.flush();
-        return status;
-    } catch (const Failure& failure) {
-        return fail(output, failure.what(), failure.status());
-    } catch (const std::bad_alloc&) {
-        return fail(output, "#(ERR) Out of memory\n", 1);
-    } catch (const std::length_error&) {
-        return fail(output, "#(ERR) Out of memory\n", 1);
-    }
-}
-
-}  // namespace
-
-int runProgram(int argc, char** argv, Evaluation evaluation) {
-    boundMemory();
-    // A file that must not grow further is a write error like any other.
-    std::signal(SIGXFSZ, SIG_IGN);
-    occupyStandardDescriptors();
-    const Delivery delivery = evaluation == Evaluation::NodeByNode ? Delivery::Immediate : Delivery::Collected;
-    Output output(STDOUT_FILENO, STDERR_FILENO, delivery);
-    setInterruptOutput(&output);
-    const int status = runGuarded(argc, argv, output, evaluation);
-    setInterruptOutput(nullptr);
-    return status;
 }
 
 }  // namespace zirk

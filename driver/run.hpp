@@ -1,25 +1,34 @@
 // SPDX-License-Identifier: MIT
-// The order of work of one run.
+// One run of the equations, with everything that the command writes about it.
 #pragma once
 
 #include "driver/clock.hpp"
 #include "driver/output.hpp"
 #include "driver/settings.hpp"
+#include "report/result_table.hpp"
+#include "text/line.hpp"
 
 namespace zirk {
 
-/// Command line in, exit status out: 0 normal end, 1 error, 2 unreadable input, 3 input that does not compile.
-int runProgram(int argc, char** argv, Evaluation evaluation);
-
-/// Integrates the prepared equations from 0 to the end time and writes everything that belongs to it.
-class Run {
+/// Integrates from 0 to the end time and writes the script, the table, the dumps and the messages of the loop.
+class Run : private ClassicObserver {
 public:
-    Run(Settings& settings, Output& output, Evaluation evaluation);
+    /// Prepares the equations. Error where that fails.
+    Run(const Settings& settings, Output& output, const Model& model, Evaluation evaluation);
+    ~Run() override;
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
+
+    /// All equations as they are solved.
+    void dumpTree();
+
+    /// What will not be what it seems, a line for each kind of thing; `badOption`: "-t abc", or empty.
+    void writeHints(const std::string& badOption);
 
     /// The whole run: begin, passes until there is nothing left, end.
     void solve();
 
-    /// What stands before the first row, and the first step.
+    /// What stands before the first row.
     void begin();
 
     /// One pass over the equations: a point, or one that is rejected and has to be done again with another step. False
@@ -29,23 +38,24 @@ public:
     /// The last row and the processor times.
     void end();
 
-private:
-    void openPeriod();
-    bool computePoint();
-    void printPoint();
-    bool isFinished();
+    ClassicIntegrator& integrator() { return integrator_; }
 
-    Settings& settings_;
+private:
+    void stepHalved(real step, real time) override;
+    void stepEnlarged(real step, real time) override;
+    void stiffnessTested(const StiffnessTest& test) override;
+    void periodUnknown(const std::string& name) override;
+
+    bool isDue() const;
+    void printPoint();
+
+    const Settings& settings_;
     Output& output_;
+    ClassicIntegrator integrator_;
     RunClock clock_;
-    Progress progress_;
-    TaylorStep taylor_;
-    StepControl control_;
-    Stiffness stiffness_;
     ResultTable table_;
-    SteadyState steady_;
-    std::unique_ptr<Period> period_;
-    real nextPrint_;
+    Line log_;
+    real nextPrint_ = 0;
     unsigned unprinted_ = 0;
 };
 

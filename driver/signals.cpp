@@ -10,7 +10,8 @@
 #include <cstdio>
 #include <iostream>
 
-#include "driver/settings.hpp"
+#include "driver/run_context.hpp"
+#include "report/result_table.hpp"
 
 namespace zirk {
 
@@ -18,8 +19,6 @@ namespace {
 
 constexpr int exitStatus = 255;
 constexpr int maxFrames = 16;
-
-Output* interruptOutput = nullptr;
 
 /// Next character that is not a blank; 0 at the end of the input.
 char readAnswer() {
@@ -32,10 +31,11 @@ char readAnswer() {
 
 /// The values as last computed, in whichever layout is set, always written.
 void printValues() {
-    const Settings& s = settings();
-    const Stiffness untested(s, s.equations, std::cerr);
-    ResultTable table(std::cerr, s, s, s, s.equations, untested);
-    table.writeRow(s.points3D >= 1 ? RowFlag::Set : RowFlag::Clear);
+    const RunContext& context = runContext();
+    if (context.run == nullptr) return;
+    const Settings& s = *context.settings;
+    ResultTable table(std::cerr, *context.run, s.layout, s.selection, s.numbers, s.classic.limits.useAllTerms);
+    table.writeRow(s.layout.points3D >= 1 ? RowFlag::Set : RowFlag::Clear);
     std::cerr.flush();
 }
 
@@ -52,12 +52,11 @@ void installSignalHandlers() {
     sigaction(SIGFPE, &action, nullptr);
 }
 
-void setInterruptOutput(Output* output) { interruptOutput = output; }
-
 void onInterrupt(int) {
-    if (interruptOutput != nullptr) interruptOutput->flushFromHandler();
+    const RunContext& context = runContext();
+    if (context.output != nullptr) context.output->flushFromHandler();
     std::cerr << "\n#(SYS) Caught SIGTERM. Dumping values & bailing out \n"
-              << "#(SYS) TIME = " << settings().time << '\n'
+              << "#(SYS) TIME = " << (context.run != nullptr ? context.run->time() : 0) << '\n'
               << "#(SYS) e) exit, c) continue, p) print&continue, x) print&exit\n";
     switch (readAnswer()) {
         case 'c':

@@ -5,15 +5,10 @@
 
 #include <csignal>
 
-#include "driver/output.hpp"
-
 namespace zirk {
 
 /// Installs onInterrupt for SIGTERM and SIGINT, onFault for SIGSEGV and SIGFPE.
 void installSignalHandlers();
-
-/// Output whose waiting lines go out before the menu shows; null while there is none.
-void setInterruptOutput(Output* output);
 
 /// Shows the menu on standard error and acts on one character from standard input: c continue, p print and continue,
 /// x print and exit, anything else exit. Exits have status 255.

@@ -2,7 +2,10 @@
 // The usage text, line by line.
 #include "driver/usage.hpp"
 
+#include <algorithm>
 #include <sstream>
+
+#include "driver/setting_table.hpp"
 
 namespace zirk {
 
@@ -16,42 +19,13 @@ std::string padded(std::string line) {
     return line + '\n';
 }
 
-void writeOptions(std::ostream& out, const Settings& s) {
-    out << "  -3       number of points in along x-axis for 3D function (gnuplot)\n"
-        << "           0=create output for 2D function (default " << s.points3D << ")\n"
-        << "  -A       print all values for 3D (0=only for T=Tmax) (default " << s.all3DValues << ")\n"
-        << "  -a       sets accuracy (default " << s.accuracy << ")\n"
-        << "  -d       dumps tree of equations (0/1) (default " << s.dumpTree << ")\n"
-        << "  -D       dumps 1:DY values 2:derivatives 3:both (default " << s.dumpDY << ")\n"
-        << "  -f       use fixed step (0/1) (default " << s.fixedStep << " & step=" << s.step << ")\n"
-        << "  -F       print results (0:all),(-:x vals in <0;Tmax>,\n"
-        << "           (+:vals for t=i*x) (default: " << s.printEvery << ")\n"
-        << "  -G       filename for generated gnuplot .sh (default " << s.gnuplotFile << ")\n"
-        << "  -g       output for gnuplot, choose output (default " << s.gnuplotOutput << ")\n"
-        << "  -i       simplify very small numbers (1/0) (default " << s.simplifySmall << ")\n"
-        << "  -L       print only the results for t=Tmax (1/0) (default " << s.printOnlyTmax << ")\n"
-        << "  -o       sets maximum order (default " << s.maxOrder << ")\n"
-        << "  -p       sets precision of printing (default " << s.printPrecision << " chars)\n"
-        << "  -r       watch for periodicals; format=eq_name:#_same_vals:1st_deriv.\n"
-        << "  -R       size of buffer for detection of periodicals (default " << s.periodicBuffer << ")\n"
-        << "  -s       sets initial step size (default " << s.step << ")\n"
-        << "  -S       stop computation when steady state is reached (def. " << s.steadyStop << ")\n"
-        << "  -t       sets maximum time Tmax (default " << s.tMax << ")\n"
-        << "  -U       use all Taylor series terms set by -o (default " << s.useAllTerms << ")\n"
-        << "  -v       print version number and exit\n"
-        << "  -w       sets width for output of numbers (default " << s.printWidth << ")\n"
-        << "  -x       DY exponents difference-stiffness detection (default " << s.stiffExpDiff << ")\n"
-        << "  -X       whether to detect stiff system every step (default " << s.stiffEveryStep << ")\n"
-        << "  -z       sets number of zero Taylor terms (default " << s.zeroTerms << ")\n"
-        << '\n'
-        << "  -O       print column ORDER (1/0) (default " << s.printOrderColumn << ")\n"
-        << "  -P str   print the equations in the string 'str'. The string has \n"
-        << "           the following form:\n"
-        << "                 name1:name2:name3:...:\n"
-        << "           where nameX are names of the equations. Note the presence\n"
-        << "           of the colon after the last name\n"
-        << "  -N str   do not print the equations in the string 'str'\n"
-        << "  -T       print temporary equations (1/0) (default " << s.printTempEquations << ")\n";
+void writeOptions(std::ostream& out, const Settings& settings) {
+    for (const SettingRow& row : settingRows()) {
+        if (row.usage == nullptr) continue;
+        out << row.usage;
+        row.show(out, settings);
+        out << row.end << '\n';
+    }
 }
 
 }  // namespace

@@ -49,8 +49,7 @@ private:
     Site& site_;
 };
 
-Expansion::Expansion(Calculus& calculus, const Selection& selection, EquationSystem& system)
-    : calculus_(calculus), selection_(selection), system_(system) {
+Expansion::Expansion(Calculus& calculus, EquationSystem& system) : calculus_(calculus), system_(system) {
     calculus_.expander = this;
 }
 
@@ -94,7 +93,6 @@ Expr::Ref Expansion::expand(UnOp& function) {
     Expr::Ref result;
     for (int i = 0; i < recipe.variables; ++i) {
         auto* variable = new Temporary("%" + std::to_string(counter_++), starts[i], site);
-        variable->select(selection_.selects(variable->name()));
         variable->setOrigin(Expr::Ref(&function));
         system_.equations.enter(variable);
         site.add(variable);

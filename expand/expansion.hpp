@@ -19,12 +19,12 @@ namespace zirk {
 /// expanded forms only; one that another's derivative needs is built first.
 class Expansion final : public FunctionExpander {
 public:
-    Expansion(Calculus& calculus, const Selection& selection, EquationSystem& system);
+    Expansion(Calculus& calculus, EquationSystem& system);
     ~Expansion() override;
     Expansion(const Expansion&) = delete;
     Expansion& operator=(const Expansion&) = delete;
 
-    /// Failure for undefined names, for functions without an expansion and for algebraic loops inside functions.
+    /// Error for undefined names, for functions without an expansion and for algebraic loops inside functions.
     void prepare();
 
     void require(ExprType function) const override;
@@ -37,7 +37,6 @@ private:
     void prepareEquation(Differential& variable);
 
     Calculus& calculus_;
-    const Selection& selection_;
     EquationSystem& system_;
     int counter_ = 0;
     std::vector<std::unique_ptr<Site>> sites_;

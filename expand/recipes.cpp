@@ -7,7 +7,7 @@
 
 #include "expr/calculus.hpp"
 #include "expr/elementary.hpp"
-#include "expr/failure.hpp"
+#include "zirk/error.hpp"
 
 namespace zirk {
 
@@ -58,7 +58,7 @@ void wireTanh(const Ref&, const Ref& d, Variables v) {
 template <ExprType function>
 void startCircular(real u0, real* values) {
     values[0] = u0 + u0;
-    values[1] = Calculus::current().one + u0 * u0;
+    values[1] = 1 + u0 * u0;
     values[2] = evaluate(function, u0);
 }
 
@@ -66,7 +66,7 @@ void startCircular(real u0, real* values) {
 template <ExprType function>
 void startHyperbolic(real u0, real* values) {
     values[0] = -(u0 + u0);
-    values[1] = Calculus::current().one - u0 * u0;
+    values[1] = 1 - u0 * u0;
     values[2] = evaluate(function, u0);
 }
 
@@ -104,7 +104,7 @@ constexpr Recipe hyperbolicCotangent = {1, 0, startOne<ExprType::Cotanh>, wireTa
 constexpr Recipe arcSine = {2, 0,
                             [](real u0, real* values) {
                                 values[0] = evaluate(ExprType::ASin, u0);
-                                values[1] = std::sqrt(Calculus::current().one - u0 * u0);
+                                values[1] = std::sqrt(1 - u0 * u0);
                             },
                             [](const Ref& u, const Ref& d, Variables v) {
                                 const Ref rate = quotient(d, v[1]);
@@ -121,7 +121,7 @@ constexpr Recipe arcCotangent = {3, 2, startCircular<ExprType::ACotan>,
 /// The value at the start is 1 for arguments below the accuracy, on purpose; without simplification it is right.
 const char* lawOfAreaTangent(real x) {
     const Calculus& calculus = Calculus::current();
-    return calculus.simplifySmall && calculus.accuracy > x ? "use -i 0" : nullptr;
+    return calculus.limits.simplifySmall && calculus.limits.accuracy > x ? "use -i 0" : nullptr;
 }
 
 constexpr Recipe areaTangent = {3, 2, startHyperbolic<ExprType::ATanh>, wireAreaFunction, lawOfAreaTangent};
@@ -144,7 +144,7 @@ constexpr Recipe logarithm = {1, 0, startOne<ExprType::Ln>,
                               [](real) { return "write L for it, and \"L' = u'/u & ln(...);\""; }};
 
 [[noreturn]] void failWithout(const char* name) {
-    throw Failure(std::string("#(ERR) ") + name + "::ConvertExpr() is not implemented\n", 1);
+    throw Error(std::string("#(ERR) ") + name + "::ConvertExpr() is not implemented\n", 1);
 }
 
 }  // namespace
@@ -190,7 +190,7 @@ const Recipe& recipeOf(ExprType function) {
         case ExprType::Ln:
             return logarithm;
         default:
-            throw Failure("#(ERR) Not a function kind: " + std::to_string(static_cast<int>(function)) + "\n", 1);
+            throw Error("#(ERR) Not a function kind: " + std::to_string(static_cast<int>(function)) + "\n", 1);
     }
 }
 

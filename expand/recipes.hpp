@@ -25,7 +25,7 @@ struct Recipe {
     const char* (*otherLaw)(real u0) = nullptr;
 };
 
-/// Failure of status 1 for acos, asinh and acosh, which have no expansion.
+/// Error of status 1 for acos, asinh and acosh, which have no expansion.
 const Recipe& recipeOf(ExprType function);
 
 }  // namespace zirk

@@ -5,7 +5,7 @@
 #include <ostream>
 
 #include "expr/calculus.hpp"
-#include "expr/failure.hpp"
+#include "zirk/error.hpp"
 
 namespace zirk {
 
@@ -84,7 +84,7 @@ void Minus::MakeDerivative() {
 }
 
 void Multiply::GetDY(int k, real& out) {
-    real sum = Calculus::current().zero;
+    real sum = 0;
     for (int i = 0; i <= k; ++i) {
         const real a = termOf(left_, k - i);
         sum = sum + a * termOf(right_, i);
@@ -109,7 +109,7 @@ void Multiply::MakeDerivative() {
 }
 
 void Divide::GetDY(int k, real& out) {
-    real sum = Calculus::current().zero;
+    real sum = 0;
     for (int i = 0; i < k; ++i) {
         real c = 0;
         DY(i, c);
@@ -137,9 +137,9 @@ void Divide::MakeDerivative() {
     derivative_ = Ref(ExprType::Divide, difference, square);
 }
 
-void UnOp::GetDY(int, real&) { throw Failure("#(ERR) virtual void UnOp::GetDY(int, real&) called!\n", 1); }
+void UnOp::GetDY(int, real&) { throw Error("#(ERR) virtual void UnOp::GetDY(int, real&) called!\n", 1); }
 
-void UnOp::Result(real&, bool) { throw Failure("#(ERR) virtual void UnOp::Result(real&, bool) called!\n", 1); }
+void UnOp::Result(real&, bool) { throw Error("#(ERR) virtual void UnOp::Result(real&, bool) called!\n", 1); }
 
 void UnMinus::GetDY(int k, real& out) { out = -termOf(operand_, k); }
 

@@ -1,39 +1,20 @@
 // SPDX-License-Identifier: MIT
-// Defaults, shared constants and the step table.
+// The step table, and the settings that limit series.
 #include "expr/calculus.hpp"
 
-#include <cmath>
+#include "text/from_text.hpp"
 
 namespace zirk {
 
-Calculus* Calculus::current_ = nullptr;
-
-Calculus::Calculus()
-    : step(realFromText("0.1")),
-      accuracy(realFromText("1e-10")),
-      zero(0),
-      one(1),
-      // The only constant read at extended precision.
-      pi(3.14159265358979323846264338327950288419716939937510582097494459230781640628620899862803482534211706798L),
-      twoPi(pi + pi),
-      halfPi(pi * 0.5L),
-      ln2(std::log(real{2})) {}
-
-void Calculus::setMaxOrder(int n) {
-    maxOrder = n;
-    stepTable.rebuild(step, n);
-}
-
-void Calculus::setStep(double h) { changeStep(h); }
+Calculus::Calculus(const SeriesLimits& inForce, real firstStep) : limits(inForce) { changeStep(firstStep); }
 
 void Calculus::changeStep(real h) {
     step = h;
-    stepTable.rebuild(h, maxOrder);
+    stepTable.rebuild(h);
 }
 
-void StepTable::rebuild(real step, int size) {
+void StepTable::rebuild(real step) {
     step_ = step;
-    size_ = size;
     factors_.assign(1, real{0});
 }
 
@@ -41,11 +22,11 @@ void StepTable::extend(int last) {
     for (auto i = static_cast<int>(factors_.size()); i <= last; ++i) factors_.push_back(step_ / static_cast<real>(i));
 }
 
-bool Selection::selects(const std::string& name) const {
-    const std::string key = name + ":";
-    const bool included = printList.empty() || printList.find(key) != std::string::npos;
-    const bool excluded = !noPrintList.empty() && noPrintList.find(key) != std::string::npos;
-    return included && !excluded;
+void SeriesLimits::setOrder(int n) { maxOrder = saturatingSum(n, zeroTerms); }
+
+void SeriesLimits::setZeroTerms(int n) {
+    zeroTerms = n;
+    maxOrder = saturatingSum(n, maxOrder);
 }
 
 }  // namespace zirk

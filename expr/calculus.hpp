@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The slice of the settings that nodes read: step, stamps, limits and shared constants.
+// What the operations of nodes read and write besides the nodes themselves: step, time and stamps of a run.
 #pragma once
 
 #include <string>
 #include <vector>
 
 #include "expr/expr.hpp"
-#include "expr/real.hpp"
+#include "zirk/classic_options.hpp"
 
 namespace zirk {
 
@@ -17,7 +17,7 @@ class FunctionExpander {
 public:
     virtual ~FunctionExpander() = default;
 
-    /// Failure for a function that cannot be expanded.
+    /// Error for a function that cannot be expanded.
     virtual void require(ExprType function) const = 0;
 
     /// The variable that stands for f(u); `function` holds its expanded operand already.
@@ -38,16 +38,12 @@ public:
     /// Entries 0 to i.
     const real* upTo(int i) { return &(*this)[i] - i; }
 
-    /// Number of factors in force: the order limit plus the trailing zero terms.
-    int size() const { return size_; }
-
-    void rebuild(real step, int size);
+    void rebuild(real step);
 
 private:
     void extend(int last);
 
     real step_ = 0;
-    int size_ = 0;
     std::vector<real> factors_;
 };
 
@@ -60,48 +56,41 @@ struct Remarks {
     std::string constant;
 };
 
-/// What the operations of nodes read and write besides the nodes themselves.
+/// One record per system of equations, owned by whoever made the system. The limits stay the same over a run; all else
+/// changes with it.
 struct Calculus {
-    Calculus();
+    /// The limits must live as long as the record.
+    Calculus(const SeriesLimits& inForce, real firstStep);
 
-    /// Rebuilds the step table for n terms.
-    void setMaxOrder(int n);
-
-    /// Step from text or options: the value passes through double precision.
-    void setStep(double h);
-
-    /// Step of the integrator, in full precision.
+    /// Every change of the step refills the table.
     void changeStep(real h);
 
-    int orderUsed = 0;
-    int maxOrder = 15;
+    const SeriesLimits& limits;
+
+    // Of the present pass.
+    real step = 0;
+    /// The end of the step, where the values are wanted.
+    real time = 0;
+    StepTable stepTable;
+    /// Number of the pass, and that of the pass whose values the step begins from: the same one when a point is
+    /// repeated.
     int stepStamp = 0;
     int prevStepStamp = -1;
-    int zeroTerms = 4;
-    bool simplifySmall = true;
+    int orderUsed = 0;
+    /// The next value asked for is computed anew.
     bool forceRecompute = false;
-    unsigned steadyStop = 0;
-    bool useAllTerms = false;
-    real step;
-    real accuracy;
-    real zero;
-    real one;
-    real pi;
-    real twoPi;
-    real halfPi;
-    real time = 0;
-    real ln2;
-    StepTable stepTable;
 
+    // Of the preparation.
     /// Moves on whenever a start value or definition changes; initial values computed under an older one are stale.
     int initialStamp = 1;
     FunctionExpander* expander = nullptr;
     Remarks remarks;
 
-    /// The record in force. The signatures of node operations are fixed, so they reach it here and only here.
+    /// The record in force on this thread. The signatures of node operations are fixed, so they reach it here and only
+    /// here.
     static Calculus& current() { return *current_; }
 
-    /// Puts a record in force for the life of this object.
+    /// Puts a record in force for the life of this object; the one before comes back then.
     class Scope {
     public:
         explicit Scope(Calculus& calculus) : before_(current_) { current_ = &calculus; }
@@ -114,16 +103,7 @@ struct Calculus {
     };
 
 private:
-    static Calculus* current_;
-};
-
-/// Which variables are selected for output, by name.
-struct Selection {
-    std::string printList;
-    std::string noPrintList;
-
-    /// Substring search of "name:" on purpose: the key of y1 is also found inside the entry "zy1:".
-    bool selects(const std::string& name) const;
+    static inline thread_local Calculus* current_ = nullptr;
 };
 
 }  // namespace zirk

@@ -6,7 +6,8 @@
 #include <string>
 
 #include "expr/calculus.hpp"
-#include "expr/failure.hpp"
+#include "text/from_text.hpp"
+#include "zirk/error.hpp"
 
 namespace zirk {
 
@@ -17,15 +18,15 @@ real squareRoot(real x) { return std::sqrt(static_cast<double>(x)); }
 real arsinh(real x) {
     const Calculus& calculus = Calculus::current();
     // x itself is compared and not its magnitude, on purpose: every negative argument gives zero.
-    if (calculus.simplifySmall && calculus.accuracy > x) return calculus.zero;
-    return std::log(x + squareRoot(calculus.one + x * x));
+    if (calculus.limits.simplifySmall && calculus.limits.accuracy > x) return 0;
+    return std::log(x + squareRoot(1 + x * x));
 }
 
 real arcosh(real x) {
     const Calculus& calculus = Calculus::current();
-    if (calculus.one > x) throw Failure("\n(COMP) acosh(x): x < 1\n", 1);
-    if (calculus.simplifySmall && calculus.accuracy > x - calculus.one) return calculus.zero;
-    return std::log(x + squareRoot(x - calculus.one) * squareRoot(x + calculus.one));
+    if (1 > x) throw Error("\n(COMP) acosh(x): x < 1\n", 1);
+    if (calculus.limits.simplifySmall && calculus.limits.accuracy > x - 1) return 0;
+    return std::log(x + squareRoot(x - 1) * squareRoot(x + 1));
 }
 
 /// x + x^3/3 + x^5/5 + ...
@@ -40,22 +41,22 @@ real artanhSeries(real x, const Calculus& calculus) {
         divisor = divisor + 2;
         const real before = result;
         result = result + term;
-        if (calculus.simplifySmall && calculus.accuracy > std::fabs(term)) return result;
+        if (calculus.limits.simplifySmall && calculus.limits.accuracy > std::fabs(term)) return result;
         // With the switch on this ends only what no accuracy can end: terms that are zero or not a number.
-        const bool settled = calculus.simplifySmall ? term == 0 : result == before;
+        const bool settled = calculus.limits.simplifySmall ? term == 0 : result == before;
         if (settled || std::isnan(result)) return result;
     }
 }
 
 real artanh(real x) {
     const Calculus& calculus = Calculus::current();
-    if (std::fabs(x) > calculus.one) throw Failure("\n(COMP) atanh(x): |x| > 1\n", 1);
-    if (std::fabs(x) == calculus.one) {
+    if (std::fabs(x) > 1) throw Error("\n(COMP) atanh(x): |x| > 1\n", 1);
+    if (std::fabs(x) == 1) {
         const real infinite = realFromText("1e999999");
-        return calculus.zero > x ? -infinite : infinite;
+        return 0 > x ? -infinite : infinite;
     }
     // One and not zero, and x itself and not its magnitude: both on purpose, unlike asinh.
-    if (calculus.simplifySmall && calculus.accuracy > x) return calculus.one;
+    if (calculus.limits.simplifySmall && calculus.limits.accuracy > x) return 1;
     return artanhSeries(x, calculus);
 }
 
@@ -105,7 +106,7 @@ real evaluate(ExprType function, real x) {
         case ExprType::Trunc:
             return std::trunc(static_cast<double>(x));
         default:
-            throw Failure("#(ERR) Not a function kind: " + std::to_string(static_cast<int>(function)) + "\n", 1);
+            throw Error("#(ERR) Not a function kind: " + std::to_string(static_cast<int>(function)) + "\n", 1);
     }
 }
 

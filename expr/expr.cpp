@@ -7,8 +7,8 @@
 #include <stdexcept>
 
 #include "expr/calculus.hpp"
-#include "expr/failure.hpp"
 #include "expr/walk.hpp"
+#include "zirk/error.hpp"
 
 namespace zirk {
 
@@ -19,10 +19,10 @@ Expr::Expr(ExprType type)
       // The shared empty node refers to itself.
       derivative_(type == ExprType::Nothing ? this : nullptr) {}
 
-void Expr::Ref::destroy(Expr* node) {
+void Expr::Ref::destroy(Expr* node) noexcept {
     // A node releases its operands while it dies: they queue up here instead of dying inside each other.
-    static Expr* queue = nullptr;
-    static bool draining = false;
+    static thread_local Expr* queue = nullptr;
+    static thread_local bool draining = false;
     node->nextDead_ = queue;
     queue = node;
     if (draining) return;
@@ -71,7 +71,7 @@ struct TermTask {
 bool Expr::enterTerm(int k) {
     if (type_ == ExprType::Number || type_ == ExprType::Time || type_ == ExprType::Algebraic) return false;
     BeginStep();
-    if (k > Calculus::current().maxOrder) throw std::overflow_error("Order overflow");
+    if (k > Calculus::current().limits.maxOrder) throw std::overflow_error("Order overflow");
     return k > highest_;
 }
 
@@ -82,7 +82,7 @@ void Expr::leaveTerm(int k) {
 
 void Expr::DY(int k, real& out) {
     BeginStep();
-    if (k > Calculus::current().maxOrder) throw std::overflow_error("Order overflow");
+    if (k > Calculus::current().limits.maxOrder) throw std::overflow_error("Order overflow");
     if (k > highest_) {
         if (Nesting::tooDeep()) {
             walk(TermTask{this, k, 0});
@@ -128,7 +128,7 @@ void Expr::leaveValue() {
 
 void Expr::noteSteadiness() {
     const Calculus& calculus = Calculus::current();
-    steady_ = calculus.steadyStop != 0 && calculus.accuracy > std::fabs(start_ - result_);
+    steady_ = calculus.limits.steadyStop != 0 && calculus.limits.accuracy > std::fabs(start_ - result_);
 }
 
 void Expr::Value(real& out) {
@@ -146,7 +146,7 @@ void Expr::Value(real& out) {
 namespace {
 
 [[noreturn]] void failLoop() {
-    throw Failure("#(ERR) Algebraic equations inside a function refer to each other in a loop\n", 1);
+    throw Error("#(ERR) Algebraic equations inside a function refer to each other in a loop\n", 1);
 }
 
 }  // namespace
@@ -258,15 +258,13 @@ void Expr::Print(std::ostream& out) const {
 
 // The empty node ----------------------------------------------------------------------------------------------------
 
-void NothingExpr::GetDY(int, real&) {
-    throw Failure("#(ERR) virtual void NothingExpr::GetDY(int, real&) called!\n", 1);
-}
+void NothingExpr::GetDY(int, real&) { throw Error("#(ERR) virtual void NothingExpr::GetDY(int, real&) called!\n", 1); }
 
 void NothingExpr::Result(real&, bool) {
-    throw Failure("#(ERR) virtual void NothingExpr::Result(real&, bool) called!\n", 1);
+    throw Error("#(ERR) virtual void NothingExpr::Result(real&, bool) called!\n", 1);
 }
 
-void NothingExpr::InitValue(real&) { throw Failure("#(ERR) virtual void NothingExpr::InitValue(real&) called!\n", 1); }
+void NothingExpr::InitValue(real&) { throw Error("#(ERR) virtual void NothingExpr::InitValue(real&) called!\n", 1); }
 
 void NothingExpr::printPart(std::ostream& out, int) const { out << "[NULL]"; }
 

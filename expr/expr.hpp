@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <iosfwd>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "expr/real.hpp"
@@ -46,13 +47,6 @@ enum class ExprType : int {
     Trunc = 30
 };
 
-/// Terms that somebody else than the nodes keeps.
-class ForeignTerms {
-public:
-    virtual ~ForeignTerms() = default;
-    virtual real term(int variable, int k) const = 0;
-};
-
 /// A node of a formula: gives its Taylor terms, its values, its symbolic derivative and its printed form.
 ///
 /// Term k of a node u over the step from t to t + h is h^k * u^(k)(t) / k!. Terms are cached per step and must be asked
@@ -67,21 +61,27 @@ public:
         Ref();
         /// A null pointer gives the shared empty node.
         Ref(Expr* node);  // NOLINT: nodes become handles where they are made
-        Ref(const Ref& other) : node_(other.node_) { ++node_->useCount_; }
+        Ref(const Ref& other) : node_(other.node_) { acquire(node_); }
+        /// Leaves the shared empty node behind.
+        Ref(Ref&& other) noexcept;
         ~Ref() { release(node_); }
 
-        /// Factory of one-operand nodes; constants are folded. Failure for a kind that has no such node.
+        /// Factory of one-operand nodes; constants are folded. Error for a kind that has no such node.
         Ref(ExprType type, const Ref& operand);
-        /// Factory of two-operand nodes; constants are folded, neutral operands dropped. Failure as above.
+        /// Factory of two-operand nodes; constants are folded, neutral operands dropped. Error as above.
         Ref(ExprType type, const Ref& left, const Ref& right);
 
         /// Counts down before it counts up, and deletes last: `r = r` and `r = r->operand()` are safe.
         Ref& operator=(const Ref& other) {
             Expr* old = node_;
-            --old->useCount_;
+            const bool isLast = countDown(old);
             node_ = other.node_;
-            ++node_->useCount_;
-            if (old->useCount_ == 0) destroy(old);
+            acquire(node_);
+            if (isLast) destroy(old);
+            return *this;
+        }
+        Ref& operator=(Ref&& other) noexcept {
+            std::swap(node_, other.node_);
             return *this;
         }
 
@@ -92,10 +92,13 @@ public:
         Expr* get() const { return node_; }
 
     private:
+        static void acquire(Expr* node);
+        /// True for the last handle.
+        static bool countDown(Expr* node);
         static void release(Expr* node) {
-            if (--node->useCount_ == 0) destroy(node);
+            if (countDown(node)) destroy(node);
         }
-        static void destroy(Expr* node);
+        static void destroy(Expr* node) noexcept;
 
         Expr* node_;
     };
@@ -125,7 +128,7 @@ public:
     /// Value at the initial point, computed afresh.
     virtual void InitValue(real& out) = 0;
 
-    /// Failure for a function that has no expanded form; asked before its operands are looked at.
+    /// Error for a function that has no expanded form; asked before its operands are looked at.
     virtual void requireExpansion() const {}
 
     /// The expanded form of this node alone, from the expanded operands given right one first.
@@ -134,13 +137,13 @@ public:
     /// Writes the node in fully bracketed infix form, without a line end.
     void Print(std::ostream& out) const;
 
-    /// Symbolic time derivative, built once. Failure for a loop of algebraic definitions.
+    /// Symbolic time derivative, built once. Error for a loop of algebraic definitions.
     const Ref& Derivative();
 
     /// Value at the end of the step, computed once per step stamp; sets the steady flag.
     void Value(real& out);
 
-    /// Value at t = 0 as things stand now. Failure for a loop of algebraic definitions.
+    /// Value at t = 0 as things stand now. Error for a loop of algebraic definitions.
     void InitialValue(real& out);
 
     /// The expanded form: no placeholder, no function but truncation. Right operands are expanded first.
@@ -173,9 +176,7 @@ public:
     /// Index of the highest term computed in this step; -1 when there is none.
     int highestTerm() const { return highest_; }
     /// Term k, once DY has computed it in this step.
-    real term(int k) const {
-        return foreignTerms_ != nullptr ? foreignTerms_->term(foreignIndex_, k) : terms_[static_cast<std::size_t>(k)];
-    }
+    const real& term(int k) const { return terms_[static_cast<std::size_t>(k)]; }
 
     /// Where a TermGraph put this node; it checks that the place is still the node's own.
     int graphSlot = -1;
@@ -198,9 +199,6 @@ protected:
     real start_ = 0;
     real result_ = 0;
     Ref derivative_;
-    /// Who keeps the terms of this step, and under which number; null when they are the node's own.
-    const ForeignTerms* foreignTerms_ = nullptr;
-    int foreignIndex_ = 0;
 
 private:
     friend struct ValueTask;
@@ -240,7 +238,24 @@ private:
 };
 
 inline Expr::Ref::Ref() : Ref(nullptr) {}
-inline Expr::Ref::Ref(Expr* node) : node_(node != nullptr ? node : NothingExpr::shared()) { ++node_->useCount_; }
+inline Expr::Ref::Ref(Expr* node) : node_(node != nullptr ? node : NothingExpr::shared()) { acquire(node_); }
+inline Expr::Ref::Ref(Ref&& other) noexcept : node_(other.node_) {
+    other.node_ = NothingExpr::shared();
+    acquire(other.node_);
+}
+
+// All nodes but the empty one belong to one thread at a time.
+inline void Expr::Ref::acquire(Expr* node) {
+    if (node->type_ == ExprType::Nothing) {
+        __atomic_fetch_add(&node->useCount_, 1, __ATOMIC_RELAXED);
+    } else {
+        ++node->useCount_;
+    }
+}
+inline bool Expr::Ref::countDown(Expr* node) {
+    if (node->type_ == ExprType::Nothing) return __atomic_sub_fetch(&node->useCount_, 1, __ATOMIC_RELAXED) == 0;
+    return --node->useCount_ == 0;
+}
 
 /// A handle shows as its node's reference count.
 std::ostream& operator<<(std::ostream& out, const Expr::Ref& handle);

@@ -6,10 +6,10 @@
 #include "expr/arithmetic.hpp"
 #include "expr/calculus.hpp"
 #include "expr/elementary.hpp"
-#include "expr/failure.hpp"
 #include "expr/function.hpp"
 #include "expr/leaves.hpp"
 #include "text/number_text.hpp"
+#include "zirk/error.hpp"
 
 namespace zirk {
 
@@ -63,9 +63,9 @@ Expr* newFunction(ExprType type, const Expr::Ref& operand) {
             return new Trunc(operand);
         default:
             // The wording differs from that of the other factory on purpose.
-            throw Failure("#(ERR) Expr::Ref::Ref(ExprType, const Expr::Ref&): neznamy typ unarni operace (" +
-                              std::to_string(static_cast<int>(type)) + ")\n",
-                          1);
+            throw Error("#(ERR) Expr::Ref::Ref(ExprType, const Expr::Ref&): neznamy typ unarni operace (" +
+                            std::to_string(static_cast<int>(type)) + ")\n",
+                        1);
     }
 }
 
@@ -80,7 +80,7 @@ Expr* newOperator(ExprType type, const Expr::Ref& left, const Expr::Ref& right) 
         case ExprType::Divide:
             return new Divide(left, right);
         default:
-            throw Failure(
+            throw Error(
                 "#(ERR) Expr::Ref::Ref(ExprType, const Expr::Ref&, const Expr::Ref&): unknown binary operation (" +
                     std::to_string(static_cast<int>(type)) + ")\n",
                 1);
@@ -126,7 +126,7 @@ public:
 
 private:
     bool isSmall(const Expr::Ref& node) const {
-        if (!isNumber(node) || !(std::fabs(node->startValue()) < calculus_.accuracy)) return false;
+        if (!isNumber(node) || !(std::fabs(node->startValue()) < calculus_.limits.accuracy)) return false;
         if (node->startValue() != 0) remark(node->startValue(), "0");
         return true;
     }
@@ -141,7 +141,7 @@ private:
     Expr* unitFactor(const Expr::Ref& factor, const Expr::Ref& other) const {
         if (!isNumber(factor)) return nullptr;
         const real x = factor->startValue();
-        if (!(std::fabs(std::fabs(x) - calculus_.one) < calculus_.accuracy)) return nullptr;
+        if (!(std::fabs(std::fabs(x) - 1) < calculus_.limits.accuracy)) return nullptr;
         if (std::fabs(x) != 1) remark(x, x >= 0 ? "1" : "-1");
         return x >= 0 ? other.get() : new UnMinus(other);
     }
@@ -170,7 +170,7 @@ Expr* makeBinary(ExprType type, const Expr::Ref& left, const Expr::Ref& right) {
     if (kind >= 1 && kind <= 4) {
         if (isNumber(left) && isNumber(right)) return new Number(fold(type, left->startValue(), right->startValue()));
         Calculus& calculus = Calculus::current();
-        if (calculus.simplifySmall) {
+        if (calculus.limits.simplifySmall) {
             Expr* simple = Simplifier(left, right, calculus).simplified(type);
             if (simple != nullptr) return simple;
         }

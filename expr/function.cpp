@@ -7,8 +7,8 @@
 
 #include "expr/calculus.hpp"
 #include "expr/elementary.hpp"
-#include "expr/failure.hpp"
 #include "expr/leaves.hpp"
+#include "zirk/error.hpp"
 
 namespace zirk {
 
@@ -19,12 +19,12 @@ void Function::InitValue(real& out) {
 }
 
 void Function::MakeDerivative() {
-    throw Failure(std::string("#(ERR) No derivative of ") + functionName(type_) + " before it is expanded\n", 1);
+    throw Error(std::string("#(ERR) No derivative of ") + functionName(type_) + " before it is expanded\n", 1);
 }
 
 void Function::requireExpansion() const {
     FunctionExpander* expander = Calculus::current().expander;
-    if (expander == nullptr) throw Failure("#(ERR) A function outside of an equation\n", 1);
+    if (expander == nullptr) throw Error("#(ERR) A function outside of an equation\n", 1);
     expander->require(type_);
 }
 
@@ -54,7 +54,7 @@ void Sin::MakeDerivative() {
 void Trunc::GetDY(int k, real& out) {
     // Asked for in every order: the operand's terms stay in rising order.
     operand_->DY(k, out);
-    out = k == 0 ? evaluate(ExprType::Trunc, out) : Calculus::current().zero;
+    out = k == 0 ? evaluate(ExprType::Trunc, out) : 0;
 }
 
 void Trunc::Result(real& out, bool) {

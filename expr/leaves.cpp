@@ -6,14 +6,17 @@
 #include <ostream>
 
 #include "expr/calculus.hpp"
-#include "expr/failure.hpp"
 #include "expr/series_sum.hpp"
+#include "text/from_text.hpp"
+#include "zirk/error.hpp"
 
 namespace zirk {
 
-void Number::GetDY(int, real&) { throw Failure("#(ERR) virtual void Number::GetDY(int, real&) called!!!\n", 1); }
+Number::Number(const char* text) : Number(realFromText(text)) {}
 
-void Number::DY(int k, real& out) { out = k == 0 ? start_ : Calculus::current().zero; }
+void Number::GetDY(int, real&) { throw Error("#(ERR) virtual void Number::GetDY(int, real&) called!!!\n", 1); }
+
+void Number::DY(int k, real& out) { out = k == 0 ? start_ : 0; }
 
 void Number::Result(real& out, bool) { out = start_; }
 
@@ -23,7 +26,7 @@ void Number::MakeDerivative() { derivative_ = Ref(new Number(0)); }
 
 void Number::printPart(std::ostream& out, int) const { out << start_; }
 
-void Time::GetDY(int, real&) { throw Failure("#(ERR) virtual void Time::GetDY(int, real&) called!!!\n", 1); }
+void Time::GetDY(int, real&) { throw Error("#(ERR) virtual void Time::GetDY(int, real&) called!!!\n", 1); }
 
 void Time::BeginStep() {
     const int stamp = Calculus::current().stepStamp;
@@ -34,13 +37,12 @@ void Time::BeginStep() {
 
 void Time::DY(int k, real& out) {
     BeginStep();
-    const Calculus& calculus = Calculus::current();
-    out = k == 0 ? start_ : k == 1 ? calculus.one : calculus.zero;
+    out = k == 0 ? start_ : k == 1 ? real{1} : real{0};
 }
 
 void Time::Result(real& out, bool) { out = Calculus::current().time; }
 
-void Time::InitValue(real& out) { out = Calculus::current().zero; }
+void Time::InitValue(real& out) { out = 0; }
 
 void Time::MakeDerivative() { derivative_ = Ref(new Number(1)); }
 
@@ -83,7 +85,6 @@ void Differential::BeginStep() {
     if (termStamp_ == calculus.stepStamp) return;
     termStamp_ = calculus.stepStamp;
     highest_ = 0;
-    foreignTerms_ = nullptr;
     // A repeated step starts again from the same value.
     if (calculus.prevStepStamp != calculus.stepStamp) copyBits(start_, result_);
     copyBits(termSlot(0), start_);
@@ -92,7 +93,7 @@ void Differential::BeginStep() {
 void Differential::Result(real& out, bool) {
     const Calculus& calculus = Calculus::current();
     SeriesSum series;
-    series.sum = calculus.zero;
+    series.sum = 0;
     while (series.wantsMore(calculus)) {
         real term = 0;
         DY(series.k, term);
@@ -110,12 +111,9 @@ void Differential::takeSum(const SeriesSum& series) {
     result_ = series.sum;
 }
 
-void Differential::adopt(const SeriesSum& series, int highest, const ForeignTerms& terms, int variable) {
+void Differential::adopt(const SeriesSum& series) {
     takeSum(series);
     resultStamp_ = Calculus::current().stepStamp;
-    highest_ = highest;
-    foreignTerms_ = &terms;
-    foreignIndex_ = variable;
     noteSteadiness();
 }
 
@@ -131,7 +129,7 @@ void Differential::TreeDump(std::ostream& out) const {
     out << " & " << start_ << ";\n";
 }
 
-void Algebraic::GetDY(int, real&) { throw Failure("#(ERR) virtual void Algebraic::GetDY(int, real&) called!!!\n", 1); }
+void Algebraic::GetDY(int, real&) { throw Error("#(ERR) virtual void Algebraic::GetDY(int, real&) called!!!\n", 1); }
 
 void Algebraic::BeginStep() {
     const int stamp = Calculus::current().stepStamp;
@@ -142,7 +140,7 @@ void Algebraic::BeginStep() {
 
 void Algebraic::DY(int k, real& out) {
     BeginStep();
-    out = k == 0 ? start_ : Calculus::current().zero;
+    out = k == 0 ? start_ : 0;
 }
 
 void Algebraic::Result(real& out, bool) {

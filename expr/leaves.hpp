@@ -5,6 +5,7 @@
 #include <string>
 
 #include "expr/expr.hpp"
+#include "text/from_text.hpp"
 
 namespace zirk {
 
@@ -17,7 +18,7 @@ public:
     explicit Number(double value) : Number(static_cast<real>(value)) {}
     explicit Number(int value) : Number(static_cast<real>(value)) {}
     /// The text carries double precision.
-    explicit Number(const char* text) : Number(realFromText(text)) {}
+    explicit Number(const char* text);
 
     void GetDY(int k, real& out) override;
     void BeginStep() override {}
@@ -65,8 +66,8 @@ public:
     /// One full line: the equation and the value at the start of the step.
     virtual void TreeDump(std::ostream& out) const;
 
-    /// Index of the last term but one computed, and that term when the index is 0 or more; always -1 for an algebraic
-    /// variable.
+    /// Index of the last term but one that this node computed, and that term when the index is 0 or more; always -1 for
+    /// an algebraic variable.
     void LastTerm(int& order, real& last) const {
         order = type() == ExprType::Algebraic ? -1 : highest_ - 1;
         if (order >= 0) last = term(order);
@@ -83,16 +84,13 @@ public:
     const Ref& origin() const { return origin_; }
     void setOrigin(const Ref& function) { origin_ = function; }
 
-    /// Selected for output.
-    bool isSelected() const { return selected_; }
-    void select(bool selected) { selected_ = selected; }
-
     /// Terms that the last sum of this variable needed, and whether all of them were exactly zero.
     int ownOrder() const { return ownOrder_; }
     bool onlyZeroTerms() const { return onlyZeroTerms_; }
 
-    /// Takes a sum that was made elsewhere. `terms` has terms 0 to `highest` of `variable` until the next step begins.
-    void adopt(const SeriesSum& series, int highest, const ForeignTerms& terms, int variable);
+    /// Takes a sum that was made elsewhere; the terms stay there, and this node's own are made when it is asked for
+    /// them.
+    void adopt(const SeriesSum& series);
 
     /// Breaks cycles of handles before a table of equations goes.
     void detach();
@@ -106,7 +104,6 @@ private:
     std::string name_;
     Ref rightHandSide_;
     Ref origin_;
-    bool selected_ = false;
     bool onlyZeroTerms_ = false;
     int ownOrder_ = 0;
 };

@@ -1,31 +1,25 @@
 // SPDX-License-Identifier: MIT
-// The number type of every value, and numbers from text.
+// What nodes do with numbers besides arithmetic.
 #pragma once
 
-#include <cstdint>
+#include <cmath>
 #include <cstring>
 
-namespace zirk {
+#include "zirk/real.hpp"
 
-/// x87 extended format: 64-bit mantissa, 15-bit exponent.
-using real = long double;
+namespace zirk {
 
 /// As `to = from`, by plain moves: storing from the x87 unit takes longer than anything else a point does per variable.
 inline void copyBits(real& to, const real& from) { std::memcpy(&to, &from, sizeof to); }
 
-/// Text to number through the double conversion, then widened; text that is not a number gives 0.
-real realFromText(const char* text);
-
-/// Leading base-10 integer, saturated to the 32-bit range; text that is not a number gives 0.
-int intFromText(const char* text);
-
-/// True exactly when the integer read from the text is 1.
-bool flagFromText(const char* text);
-
 /// Equal including the sign of zero; any two not-a-numbers count as the same.
-bool sameValue(real a, real b);
+inline bool sameValue(real a, real b) {
+    if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
+    return a == b && std::signbit(a) == std::signbit(b);
+}
 
-/// Sum and difference that stay at the ends of the 32-bit range.
-int saturatingSum(std::int64_t a, std::int64_t b);
+/// pi, rounded once.
+inline constexpr real pi =
+    3.14159265358979323846264338327950288419716939937510582097494459230781640628620899862803482534211706798L;
 
 }  // namespace zirk

@@ -22,19 +22,21 @@ struct SeriesSum {
     /// Begins anew, with term 0.
     void begin(const real& start, const Calculus& calculus) {
         *this = SeriesSum();
-        sum = calculus.zero;
+        sum = 0;
         add(start, calculus);
     }
 
-    bool wantsMore(const Calculus& calculus) const { return k < calculus.maxOrder && negligible < calculus.zeroTerms; }
+    bool wantsMore(const Calculus& calculus) const {
+        return k < calculus.limits.maxOrder && negligible < calculus.limits.zeroTerms;
+    }
 
     void add(real term, const Calculus& calculus) {
         sum = sum + term;
         if (onlyZeros) onlyZeros = term == 0;
         if (isNegligible(term, calculus)) {
             // With all terms wanted, an early negligible term leaves the count as it is.
-            const bool early = k < static_cast<std::int64_t>(calculus.maxOrder) - calculus.zeroTerms;
-            if (!calculus.useAllTerms || !early) ++negligible;
+            const bool early = k < static_cast<std::int64_t>(calculus.limits.maxOrder) - calculus.limits.zeroTerms;
+            if (!calculus.limits.useAllTerms || !early) ++negligible;
         } else {
             negligible = 0;
         }
@@ -44,9 +46,9 @@ struct SeriesSum {
     /// Small against the sum so far. Far below 1 the product of sum and accuracy is no number other than zero any more:
     /// there a term has to be zero itself.
     bool isNegligible(real term, const Calculus& calculus) const {
-        const real bound = std::fabs(sum * calculus.accuracy);
+        const real bound = std::fabs(sum * calculus.limits.accuracy);
         if (bound > std::fabs(term)) return true;
-        return term == 0 && bound == 0 && sum != 0 && calculus.accuracy > 0;
+        return term == 0 && bound == 0 && sum != 0 && calculus.limits.accuracy > 0;
     }
 
     /// Takes up to `count` terms, `stride` cells apart, and none after the last that it wants. (A function of its own:
@@ -55,8 +57,8 @@ struct SeriesSum {
     [[gnu::noinline]] void addRun(const Cell* terms, std::size_t stride, int count, const Calculus& calculus) {
         // A copy, so that the sum stays in a register.
         SeriesSum series = *this;
-        const int most = std::min(count, calculus.maxOrder - k);
-        for (int i = 0; i < most && series.negligible < calculus.zeroTerms; ++i) {
+        const int most = std::min(count, calculus.limits.maxOrder - k);
+        for (int i = 0; i < most && series.negligible < calculus.limits.zeroTerms; ++i) {
             series.add(terms[static_cast<std::size_t>(i) * stride], calculus);
         }
         *this = series;

@@ -36,7 +36,7 @@ public:
     static bool tooDeep() { return depth_ >= 500; }
 
 private:
-    static inline int depth_ = 0;
+    static inline thread_local int depth_ = 0;
 };
 
 }  // namespace zirk

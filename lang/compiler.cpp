@@ -3,11 +3,11 @@
 #include "lang/compiler.hpp"
 
 #include <cstring>
-#include <ostream>
+#include <utility>
 
-#include "expr/failure.hpp"
 #include "lang/grammar.hpp"
 #include "lang/scanner.hpp"
+#include "zirk/error.hpp"
 
 namespace zirk {
 
@@ -18,48 +18,52 @@ constexpr int maxDerivative = 1000000;
 
 }  // namespace
 
-Compiler::Compiler(std::istream& input, std::ostream& errors, const Calculus& calculus, const Selection& selection,
-                   EquationSystem& system)
-    : input_(input), errors_(errors), calculus_(calculus), selection_(selection), system_(system) {}
+Compiler::Compiler(Source source, EquationSystem& system) : source_(std::move(source)), system_(system) {}
 
-int Compiler::compile() {
+void Compiler::compile() {
     const Scanner scanner(*this);
-    const int result = yyparse(scanner.handle(), *this);
-    if (result != 0 || stepFunctions_.empty()) return result;
-    errors_ << '\n';
-    for (const std::string& line : stepFunctions_) errors_ << line;
-    return 1;
+    int result = yyparse(scanner.handle(), *this);
+    if (result == 0 && !stepFunctions_.empty()) {
+        messages_ += '\n';
+        for (const std::string& line : stepFunctions_) messages_ += line;
+        result = 1;
+    }
+    if (result != 0) throw ParseError(messages_, line_, column_, token_);
 }
 
 std::size_t Compiler::read(char* buffer, std::size_t size) {
     if (inputEnded_) return 0;
-    input_.read(buffer, static_cast<std::streamsize>(size));
-    if (input_.bad()) throw Failure("input in flex scanner failed\n", 2);
-    const auto count = static_cast<std::size_t>(input_.gcount());
+    const std::size_t count = source_(buffer, size);
     const void* nul = std::memchr(buffer, 0, count);
     inputEnded_ = nul != nullptr || count < size;
     return nul == nullptr ? count : static_cast<std::size_t>(static_cast<const char*>(nul) - buffer);
 }
 
-void Compiler::enter(Differential* variable) {
-    variable->select(selection_.selects(variable->name()));
-    system_.equations.enter(variable);
+void Compiler::token(const char* text, std::size_t length) {
+    token_.assign(text, length);
+    column_ = nextColumn_;
+    nextColumn_ = saturatingSum(nextColumn_, static_cast<std::int64_t>(length));
+}
+
+void Compiler::newline() {
+    ++line_;
+    nextColumn_ = 1;
 }
 
 void Compiler::equation(const std::string& name, int order, const Expr::Ref& rightHandSide, real start) {
     if (order == 0) {
-        enter(new Algebraic(name, rightHandSide));
+        system_.equations.enter(new Algebraic(name, rightHandSide));
         return;
     }
     if (order > maxDerivative) {
-        throw Failure("#(ERR) Derivative " + std::to_string(order) + " of \"" + name + "\" is beyond the limit of " +
-                          std::to_string(maxDerivative) + "\n",
-                      1);
+        throw Error("#(ERR) Derivative " + std::to_string(order) + " of \"" + name + "\" is beyond the limit of " +
+                        std::to_string(maxDerivative) + "\n",
+                    1);
     }
     for (int k = 1; k < order; ++k) {
-        enter(new Differential(derivativeName(name, k - 1), reference(name, k), k == 1 ? start : calculus_.zero));
+        system_.equations.enter(new Differential(derivativeName(name, k - 1), reference(name, k), k == 1 ? start : 0));
     }
-    enter(new Differential(derivativeName(name, order - 1), rightHandSide, order == 1 ? start : calculus_.zero));
+    system_.equations.enter(new Differential(derivativeName(name, order - 1), rightHandSide, order == 1 ? start : 0));
 }
 
 void Compiler::initialValue(const std::string& name, int order, real value) {
@@ -76,18 +80,17 @@ Expr::Ref Compiler::reference(const std::string& name, int order) const {
     return new Equation(derivativeName(name, order), system_.equations);
 }
 
-Expr::Ref Compiler::time() const { return new Time; }
-
-Expr::Ref Compiler::constant(real value) const { return new Number(value); }
-
-void Compiler::trace(const char* word) { errors_ << word << ' '; }
+void Compiler::trace(const char* word) {
+    messages_ += word;
+    messages_ += ' ';
+}
 
 void Compiler::stepFunction(const char* word) {
     trace(word);
     stepFunctions_.push_back(errorLine("Step functions have no meaning"));
 }
 
-void Compiler::error(const std::string& message) { errors_ << errorLine(message); }
+void Compiler::error(const std::string& message) { messages_ += errorLine(message); }
 
 std::string Compiler::errorLine(const std::string& message) const {
     return "#(ERR) ERROR: " + message + " \"" + token_ + "\" at line #" + std::to_string(line_) + "\n";

@@ -2,8 +2,7 @@
 // What the grammar actions call: turns statements into variables and start values.
 #pragma once
 
-#include <iosfwd>
-#include <istream>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,18 +22,24 @@ struct Semantic {
 /// Compiles one input text into an EquationSystem.
 class Compiler {
 public:
-    Compiler(std::istream& input, std::ostream& errors, const Calculus& calculus, const Selection& selection,
-             EquationSystem& system);
+    /// Puts up to `size` characters into `buffer` and returns how many; fewer than `size` are the last.
+    using Source = std::function<std::size_t(char* buffer, std::size_t size)>;
 
-    /// 0: every statement was accepted; 1: a syntax error or a construct without a meaning; 2: nested too deeply.
-    int compile();
+    Compiler(Source source, EquationSystem& system);
+
+    /// Error, of type ParseError and with all messages in its text, for a syntax error, for a construct without a
+    /// meaning and for what is nested too deeply.
+    void compile();
+
+    /// Lines about what was accepted nonetheless.
+    const std::string& messages() const { return messages_; }
 
     // For the scanner.
 
-    /// Reads up to `size` characters; a NUL byte ends the input. Failure of status 2 when the input cannot be read.
+    /// Reads up to `size` characters; a NUL byte ends the input.
     std::size_t read(char* buffer, std::size_t size);
-    void token(const char* text, std::size_t length) { token_.assign(text, length); }
-    void newline() { ++line_; }
+    void token(const char* text, std::size_t length);
+    void newline();
 
     // For the grammar.
 
@@ -43,29 +48,25 @@ public:
     void initialValue(const std::string& name, int order, real value);
     void checkStartTime(bool isZero);
     Expr::Ref reference(const std::string& name, int order) const;
-    Expr::Ref time() const;
-    Expr::Ref constant(real value) const;
-    real zero() const { return calculus_.zero; }
-    real pi() const { return calculus_.pi; }
 
     /// A trace word of the step-function syntax, which has no meaning of its own.
     void trace(const char* word);
     void stepFunction(const char* word);
 
-    /// Writes one error line with the current token and line; the run goes on.
+    /// Adds one error line with the current token and line; the compilation goes on.
     void error(const std::string& message);
 
 private:
-    void enter(Differential* variable);
     std::string errorLine(const std::string& message) const;
 
-    std::istream& input_;
-    std::ostream& errors_;
-    const Calculus& calculus_;
-    const Selection& selection_;
+    Source source_;
     EquationSystem& system_;
+    std::string messages_;
     std::string token_;
     int line_ = 1;
+    /// Of the token, and of what follows it; in bytes, from 1.
+    int column_ = 1;
+    int nextColumn_ = 1;
     bool inputEnded_ = false;
     std::vector<std::string> stepFunctions_;
 };

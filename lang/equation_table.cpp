@@ -4,7 +4,7 @@
 
 #include <ostream>
 
-#include "expr/failure.hpp"
+#include "zirk/error.hpp"
 
 namespace zirk {
 
@@ -33,19 +33,17 @@ Differential* EquationTable::find(const std::string& name) const {
 
 Differential* EquationTable::resolve(const std::string& name) const {
     Differential* variable = find(name);
-    if (variable == nullptr) throw Failure("\n#(ERR) Reference to undefined equation \"" + name + "\"\n", 1);
+    if (variable == nullptr) throw Error("\n#(ERR) Reference to undefined equation \"" + name + "\"\n", 1);
     return variable;
 }
 
 void EquationTable::redirect(Expr::Ref& handle, const std::string& name) const {
     Differential* variable = find(name);
-    if (variable == nullptr) throw Failure("#(ERR) Undefined reference to " + name + " equation\n", 1);
+    if (variable == nullptr) throw Error("#(ERR) Undefined reference to " + name + " equation\n", 1);
     handle = Expr::Ref(variable);
 }
 
 std::string derivativeName(const std::string& name, int k) { return k == 0 ? name : name + "%" + std::to_string(k); }
-
-bool hasPercent(const std::string& name) { return name.find('%') != std::string::npos; }
 
 void Equation::InitValue(real& out) { table_.resolve(name_)->InitialValue(out); }
 

@@ -27,10 +27,10 @@ public:
     /// Null when the name is not defined.
     Differential* find(const std::string& name) const;
 
-    /// As find; Failure for an undefined name.
+    /// As find; Error for an undefined name.
     Differential* resolve(const std::string& name) const;
 
-    /// Re-points a handle at the variable of that name. Failure, with a text of its own, for an undefined name.
+    /// Re-points a handle at the variable of that name. Error, with a text of its own, for an undefined name.
     void redirect(Expr::Ref& handle, const std::string& name) const;
 
     std::size_t size() const { return map_.size(); }
@@ -70,9 +70,6 @@ struct EquationSystem {
 
 /// Name of the k-th derivative of a variable; the variable itself for k = 0.
 std::string derivativeName(const std::string& name, int k);
-
-/// Temporary and derivative variables carry a "%".
-bool hasPercent(const std::string& name);
 
 /// A use of a variable by name, resolved by the expansion.
 class Equation final : public Expr {

@@ -70,7 +70,7 @@ initial_statement:
 ;
 
 number:
-  REAL     { compiler.checkStartTime($1.number == compiler.zero()); }
+  REAL     { compiler.checkStartTime($1.number == 0); }
 | INTEGER  { compiler.checkStartTime($1.integer == 0); }
 ;
 
@@ -86,7 +86,7 @@ primes:
 
 initial_part:
   '&' constant  { $$.number = $2.number; }
-| %empty        { $$.number = compiler.zero(); }
+| %empty        { $$.number = 0; }
 ;
 
 expression:
@@ -98,10 +98,10 @@ expression:
 | '+' expression %prec UMINUS    { $$.expression = $2.expression; }
 | '(' expression ')'             { $$.expression = $2.expression; }
 | IDENT primes                   { $$.expression = compiler.reference($1.name, $2.integer); }
-| REAL                           { $$.expression = compiler.constant($1.number); }
-| INTEGER                        { $$.expression = compiler.constant($1.integer); }
-| PI                             { $$.expression = compiler.constant(compiler.pi()); }
-| T                              { $$.expression = compiler.time(); }
+| REAL                           { $$.expression = new Number($1.number); }
+| INTEGER                        { $$.expression = new Number($1.integer); }
+| PI                             { $$.expression = new Number(pi); }
+| T                              { $$.expression = new Time; }
 | function '(' expression ')'    { $$.expression = Expr::Ref(static_cast<ExprType>($1.integer), $3.expression); }
 | step_function
 ;
@@ -137,7 +137,7 @@ constant:
 | constant '*' constant      { $$.number = $1.number * $3.number; }
 | constant '/' constant      { $$.number = $1.number / $3.number; }
 | '(' constant ')'           { $$.number = $2.number; }
-| PI                         { $$.number = compiler.pi(); }
+| PI                         { $$.number = pi; }
 | INTEGER                    { $$.number = static_cast<real>($1.integer); }
 | REAL
 | function '(' constant ')'  { $$.number = evaluate(static_cast<ExprType>($1.integer), $3.number); }

@@ -6,29 +6,29 @@
 
 namespace zirk {
 
-void dumpTerms(std::ostream& out, const EquationTable& equations, real time) {
+void dumpTerms(std::ostream& out, const ClassicIntegrator& run) {
     Line line(out);
     line << "#(DY) Dumping DYs (START) ###############################" << endOfLine;
-    line << "#(DY) Dumping DYs (TIME)  " << time << endOfLine;
-    for (const Differential& variable : equations) {
-        for (int i = 0; i <= variable.highestTerm(); ++i) {
-            line << "#(DY) DY_" << variable.name() << '[' << i << "](" << variable.termStamp()
-                 << ") = " << variable.term(i) << endOfLine;
+    line << "#(DY) Dumping DYs (TIME)  " << run.previousTime() << endOfLine;
+    for (std::size_t variable = 0; variable < run.size(); ++variable) {
+        for (int i = 0; i <= run.highestTerm(variable); ++i) {
+            line << "#(DY) DY_" << run.name(variable) << '[' << i << "](" << run.pass()
+                 << ") = " << run.term(variable, i) << endOfLine;
         }
     }
     line << "#(DY) Dumping DYs (END)   ###############################" << endOfLine;
 }
 
-void dumpDerivatives(std::ostream& out, const EquationTable& equations, const Calculus& calculus, real time) {
+void dumpDerivatives(std::ostream& out, const ClassicIntegrator& run) {
     Line line(out);
     line << "#(DER) Dumping Derivatives (START) ###############################" << endOfLine;
-    line << "#(DER) Dumping Derivatives (TIME)  " << time << endOfLine;
-    for (const Differential& variable : equations) {
+    line << "#(DER) Dumping Derivatives (TIME)  " << run.previousTime() << endOfLine;
+    for (std::size_t variable = 0; variable < run.size(); ++variable) {
         real factor = 1;
-        for (int i = 1; i <= variable.highestTerm(); ++i) {
-            factor = factor * static_cast<real>(i) / calculus.step;
-            line << "#(DER) d" << variable.name() << "^[" << i << "](" << variable.termStamp()
-                 << ") = " << factor * variable.term(i) << endOfLine;
+        for (int i = 1; i <= run.highestTerm(variable); ++i) {
+            factor = factor * static_cast<real>(i) / run.step();
+            line << "#(DER) d" << run.name(variable) << "^[" << i << "](" << run.pass()
+                 << ") = " << factor * run.term(variable, i) << endOfLine;
         }
     }
     line << "#(DER) Dumping Derivatives (END) ###############################" << endOfLine;

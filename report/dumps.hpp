@@ -4,15 +4,14 @@
 
 #include <iosfwd>
 
-#include "expr/calculus.hpp"
-#include "lang/equation_table.hpp"
+#include "zirk/classic_integrator.hpp"
 
 namespace zirk {
 
-/// All terms of all equations; `time` is that of the last accepted point.
-void dumpTerms(std::ostream& out, const EquationTable& equations, real time);
+/// All terms of all equations, under the time of the last accepted point.
+void dumpTerms(std::ostream& out, const ClassicIntegrator& run);
 
 /// The i-th derivative is term i times i! / h^i, the factor built up step by step.
-void dumpDerivatives(std::ostream& out, const EquationTable& equations, const Calculus& calculus, real time);
+void dumpDerivatives(std::ostream& out, const ClassicIntegrator& run);
 
 }  // namespace zirk

@@ -3,24 +3,28 @@
 #include "report/plot_script.hpp"
 
 #include <ostream>
+#include <vector>
 
 namespace zirk {
 
 namespace {
 
-/// Unlike the columns of the table, a name is left out for a leading "%" only.
-bool isPlotted(const Differential& variable, const Layout& layout) {
-    if (variable.name().front() == '%' && !layout.printTempEquations) return false;
-    return variable.isSelected();
+/// Names of the curves. Unlike the columns of the table, a name is left out for a leading "%" only.
+std::vector<std::string> plottedNames(const Layout& layout, const Selection& selection, const ClassicIntegrator& run) {
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < run.size(); ++i) {
+        if (run.name(i).front() == '%' && !layout.printTempEquations) continue;
+        if (selection.selects(run.name(i))) names.push_back(run.name(i));
+    }
+    return names;
 }
 
-void writeAxes2D(std::ostream& out, const Layout& layout, const EquationTable& equations) {
+void writeAxes2D(std::ostream& out, const Layout& layout, const std::vector<std::string>& names) {
     out << "set xlabel \"Time\"\nset ylabel \"";
     const char* separator = "";
     if (layout.printOrderColumn) out << "ORD ";
-    for (const Differential& variable : equations) {
-        if (!isPlotted(variable, layout)) continue;
-        out << separator << variable.name();
+    for (const std::string& name : names) {
+        out << separator << name;
         separator = " ";
     }
     out << "\"\n\n";
@@ -37,7 +41,8 @@ void writeAxes3D(std::ostream& out) {
            "\n";
 }
 
-void writeCurves(std::ostream& out, const std::string& file, const Layout& layout, const EquationTable& equations) {
+void writeCurves(std::ostream& out, const std::string& file, const Layout& layout,
+                 const std::vector<std::string>& names) {
     const int timeColumn = layout.printOrderColumn ? 2 : 1;
     int column = timeColumn + 1;
     const char* separator = "";
@@ -46,17 +51,18 @@ void writeCurves(std::ostream& out, const std::string& file, const Layout& layou
         out << "'" << file << ".dat' using 2:1 title 'ORD' with histeps";
         separator = ", \\\n";
     }
-    for (const Differential& variable : equations) {
-        if (!isPlotted(variable, layout)) continue;
+    for (const std::string& name : names) {
         out << separator << "     '" << file << ".dat' using " << timeColumn << ":" << column++ << " title '"
-            << variable.name() << "' with lines";
+            << name << "' with lines";
         separator = ", \\\n";
     }
 }
 
 }  // namespace
 
-void writePlotHead(std::ostream& out, const PlotSettings& plot, const Layout& layout, const EquationTable& equations) {
+void writePlotHead(std::ostream& out, const PlotSettings& plot, const Layout& layout, const Selection& selection,
+                   const ClassicIntegrator& run) {
+    const std::vector<std::string> names = plottedNames(layout, selection, run);
     const std::string& file = plot.gnuplotFile;
     const std::string& terminal = layout.gnuplotOutput;
     const bool flat = layout.points3D < 1;
@@ -68,14 +74,14 @@ void writePlotHead(std::ostream& out, const PlotSettings& plot, const Layout& la
         << "# Note: for persistent window in x11 start gnuplot:  gnuplot -persist " << file << ".p\n"
         << "#\n#\nset title \"Output from ZIRK/C\"\n";
     if (flat) {
-        writeAxes2D(out, layout, equations);
+        writeAxes2D(out, layout, names);
     } else {
         writeAxes3D(out);
     }
     out << "set term " << terminal << '\n';
     if (terminal != "x11") out << "set out \"" << file << "." << terminal << "\"\n\n";
     if (flat) {
-        writeCurves(out, file, layout, equations);
+        writeCurves(out, file, layout, names);
     } else if (!layout.all3DValues) {
         out << "splot '" << file << ".dat'  matrix with lines\n";
     }

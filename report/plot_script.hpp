@@ -5,8 +5,8 @@
 #include <iosfwd>
 #include <string>
 
-#include "lang/equation_table.hpp"
 #include "report/layout.hpp"
+#include "zirk/classic_integrator.hpp"
 
 namespace zirk {
 
@@ -17,7 +17,8 @@ struct PlotSettings {
 };
 
 /// Written before the header of the result table.
-void writePlotHead(std::ostream& out, const PlotSettings& plot, const Layout& layout, const EquationTable& equations);
+void writePlotHead(std::ostream& out, const PlotSettings& plot, const Layout& layout, const Selection& selection,
+                   const ClassicIntegrator& run);
 
 /// Written after the last row.
 void writePlotTail(std::ostream& out, const PlotSettings& plot);

@@ -4,21 +4,16 @@
 
 namespace zirk {
 
-ResultTable::ResultTable(std::ostream& out, const Calculus& calculus, const Layout& layout,
-                         const NumberSettings& numbers, const EquationTable& equations, const Stiffness& stiffness)
-    : line_(out),
-      calculus_(calculus),
-      layout_(layout),
-      numbers_(numbers),
-      equations_(equations),
-      stiffness_(stiffness) {}
+ResultTable::ResultTable(std::ostream& out, const ClassicIntegrator& run, const Layout& layout,
+                         const Selection& selection, const NumberFormat& numbers, bool showsSeries)
+    : line_(out), run_(run), layout_(layout), selection_(selection), numbers_(numbers), showsSeries_(showsSeries) {}
 
 void ResultTable::findColumns() {
     hasColumns_ = true;
     columns_.clear();
-    for (const Differential& variable : equations_) {
-        if (!variable.isSelected()) continue;
-        if (layout_.printTempEquations || !hasPercent(variable.name())) columns_.push_back(&variable);
+    for (std::size_t i = 0; i < run_.size(); ++i) {
+        if (!selection_.selects(run_.name(i))) continue;
+        if (layout_.printTempEquations || !hasPercent(run_.name(i))) columns_.push_back(i);
     }
 }
 
@@ -34,19 +29,19 @@ void ResultTable::writeHeader() {
 
 void ResultTable::writeTableHeader() {
     line_ << (layout_.printOrderColumn ? "# ORDER" : "# ") << " TIME";
-    for (const Differential* variable : columns_) line_ << ' ' << variable->name();
+    for (const std::size_t column : columns_) line_ << ' ' << run_.name(column);
     // Both titles say max, on purpose; the first column is the smallest term.
-    if (calculus_.useAllTerms) line_ << " log(|DY(max)|)     log(|DY(max)|)    h";
+    if (showsSeries_) line_ << " log(|DY(max)|)     log(|DY(max)|)    h";
 }
 
 void ResultTable::writeMatrixHeader() {
     // A no-break space in Latin-1, not a blank.
     line_ << "#\xA0";
     int count = 0;
-    for (const Differential& variable : equations_) {
+    for (std::size_t i = 0; i < run_.size(); ++i) {
         // Names with "%" never reach this header, whatever the rows show.
-        if (!variable.isSelected() || hasPercent(variable.name())) continue;
-        line_ << ' ' << variable.name();
+        if (!selection_.selects(run_.name(i)) || hasPercent(run_.name(i))) continue;
+        line_ << ' ' << run_.name(i);
         if (++count == layout_.points3D) {
             line_ << "\n#";
             count = 0;
@@ -72,24 +67,24 @@ void ResultTable::writeRow(RowFlag flag) {
 }
 
 void ResultTable::writeTableRow() {
-    if (layout_.printOrderColumn) line_.addInteger(calculus_.orderUsed, 3) << ' ';
+    if (layout_.printOrderColumn) line_.addInteger(run_.order(), 3) << ' ';
     line_ << ' ';
-    line_.addScientific(calculus_.time, numbers_.printPrecision, 0);
-    for (const Differential* variable : columns_) {
-        const real& value = variable->result();
+    line_.addScientific(run_.time(), numbers_.printPrecision, 0);
+    for (const std::size_t column : columns_) {
+        const real& value = run_.value(column);
         line_ << (value < 0 ? " " : "  ");
         line_.addScientific(value, numbers_.printPrecision, numbers_.printWidth);
     }
-    if (calculus_.useAllTerms) {
-        line_ << ' ' << stiffness_.smallestExponent() << ' ' << stiffness_.largestExponent() << ' ';
-        line_.addScientific(calculus_.step, numbers_.printPrecision, 0);
+    if (showsSeries_) {
+        line_ << ' ' << run_.stiffness().smallestExponent << ' ' << run_.stiffness().largestExponent << ' ';
+        line_.addScientific(run_.step(), numbers_.printPrecision, 0);
     }
 }
 
 void ResultTable::writeMatrixRow() {
     int count = 0;
-    for (const Differential* variable : columns_) {
-        line_ << ' ' << variable->result();
+    for (const std::size_t column : columns_) {
+        line_ << ' ' << run_.value(column);
         if (++count == layout_.points3D) {
             line_ << '\n';
             count = 0;

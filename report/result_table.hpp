@@ -5,19 +5,11 @@
 #include <iosfwd>
 #include <vector>
 
-#include "expr/calculus.hpp"
-#include "text/line.hpp"
-#include "lang/equation_table.hpp"
 #include "report/layout.hpp"
-#include "classic/stiffness.hpp"
+#include "text/line.hpp"
+#include "zirk/classic_integrator.hpp"
 
 namespace zirk {
-
-/// How numbers look.
-struct NumberSettings {
-    int printWidth = 15;
-    int printPrecision = 11;
-};
 
 /// Whether a row belongs to the run or is the extra one after it; which of them shows depends on the layout.
 enum class RowFlag { Clear, Set };
@@ -25,8 +17,9 @@ enum class RowFlag { Clear, Set };
 /// Writes the header and the rows.
 class ResultTable {
 public:
-    ResultTable(std::ostream& out, const Calculus& calculus, const Layout& layout, const NumberSettings& numbers,
-                const EquationTable& equations, const Stiffness& stiffness);
+    /// `showsSeries`: with exponents of the last terms and the step, for runs that always use all terms.
+    ResultTable(std::ostream& out, const ClassicIntegrator& run, const Layout& layout, const Selection& selection,
+                const NumberFormat& numbers, bool showsSeries);
 
     void writeHeader();
     void writeRow(RowFlag flag);
@@ -39,13 +32,13 @@ private:
     void findColumns();
 
     Line line_;
-    const Calculus& calculus_;
+    const ClassicIntegrator& run_;
     const Layout& layout_;
-    const NumberSettings& numbers_;
-    const EquationTable& equations_;
-    const Stiffness& stiffness_;
+    const Selection& selection_;
+    const NumberFormat& numbers_;
+    const bool showsSeries_;
     /// What rows show; found with the header, or with the first row when there is none.
-    std::vector<const Differential*> columns_;
+    std::vector<std::size_t> columns_;
     bool hasColumns_ = false;
 };
 

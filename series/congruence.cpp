@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Which slots have the same terms: refinement of a partition until it is stable.
 #include <algorithm>
-#include <cstring>
 #include <numeric>
 #include <tuple>
 
 #include "series/term_graph.hpp"
+#include "text/extended_bits.hpp"
 
 namespace zirk {
 
@@ -27,11 +27,8 @@ struct Label {
 Label labelOf(const TermGraph& graph, int slot) {
     const TermGraph::Kind kind = graph[slot].kind;
     if (kind == TermGraph::Kind::Variable || kind == TermGraph::Kind::Number) {
-        const real value = graph[slot].node->startValue();
-        Label label{kind, 0, 0};
-        std::memcpy(&label.mantissa, &value, 8);
-        std::memcpy(&label.signAndExponent, reinterpret_cast<const char*>(&value) + 8, 2);
-        return label;
+        const ExtendedBits bits = bitsOf(graph[slot].node->startValue());
+        return {kind, bits.signAndExponent, bits.mantissa};
     }
     // Every time node has a value of its own, and so has every algebraic variable.
     return {kind, 0, graph.isLeaf(slot) ? static_cast<std::uint64_t>(slot) : 0};

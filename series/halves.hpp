@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "expr/real.hpp"
+#include "text/extended_bits.hpp"
 
 namespace zirk {
 
@@ -53,9 +53,7 @@ inline bool store(Halves& cell, real x) {
 /// False when the number is not finite.
 inline bool store(real& cell, real x) {
     cell = x;
-    std::uint16_t signAndExponent = 0;
-    std::memcpy(&signAndExponent, reinterpret_cast<const char*>(&cell) + 8, sizeof signAndExponent);
-    return (signAndExponent & 0x7fff) != 0x7fff;
+    return bitsOf(cell).biasedExponent() != ExtendedBits::notFinite;
 }
 
 }  // namespace zirk

@@ -19,9 +19,13 @@ Schedule::Schedule(Calculus& calculus, const EquationTable& equations) : calculu
 
 Schedule::~Schedule() = default;
 
+int Schedule::highestTerm(int i) { return pass_->highestTerm(i); }
+
+real Schedule::term(int i, int k) const { return pass_->term(i, k); }
+
 bool Schedule::sumAll() {
-    if (calculus_.stepStamp == 0 || calculus_.maxOrder < 2 || calculus_.zeroTerms < 1) return false;
-    if (waited_ < pointsBeforeBuilding && calculus_.maxOrder <= lowOrder) {
+    if (calculus_.stepStamp == 0 || calculus_.limits.maxOrder < 2 || calculus_.limits.zeroTerms < 1) return false;
+    if (waited_ < pointsBeforeBuilding && calculus_.limits.maxOrder <= lowOrder) {
         ++waited_;
         return false;
     }

@@ -23,6 +23,12 @@ public:
     /// needs them to be.
     bool sumAll();
 
+    // After a call that summed: of the i-th differential variable in the order of names.
+
+    /// Index of the last term that the nodes would have computed.
+    int highestTerm(int i);
+    real term(int i, int k) const;
+
 private:
     Calculus& calculus_;
     const EquationTable& equations_;

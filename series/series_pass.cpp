@@ -46,6 +46,7 @@ SeriesPass::SeriesPass(Calculus& calculus, const EquationTable& equations)
 
 bool SeriesPass::begin() {
     run_.clear();
+    hasHighest_ = false;
     for (const int leaf : leaves_) graph_[leaf].node->BeginStep();
     for (int i = 0; i < graph_.variables; ++i) graph_[i].node->BeginStep();
     std::fill(wantingIn_.begin(), wantingIn_.end(), 0);
@@ -147,13 +148,19 @@ void SeriesPass::useNeeded() {
     stale_ = false;
 }
 
-void SeriesPass::handOver() {
-    for (int i = 0; i < graph_.variables; ++i) highest_[at(i)] = sums_[at(standIn_[at(i)])].k - 1;
-    highestTerms_.spread(highest_);
+void SeriesPass::handOver() const {
     for (int i = 0; i < graph_.variables; ++i) {
-        const int standIn = standIn_[at(i)];
-        static_cast<Differential&>(*graph_[i].node).adopt(sums_[at(standIn)], highest_[at(i)], *this, standIn);
+        static_cast<Differential&>(*graph_[i].node).adopt(sums_[at(standIn_[at(i)])]);
     }
+}
+
+int SeriesPass::highestTerm(int i) {
+    if (!hasHighest_) {
+        for (int j = 0; j < graph_.variables; ++j) highest_[at(j)] = sums_[at(standIn_[at(j)])].k - 1;
+        highestTerms_.spread(highest_);
+        hasHighest_ = true;
+    }
+    return highest_[at(i)];
 }
 
 bool SeriesPass::sumAll() {

@@ -15,7 +15,7 @@ namespace zirk {
 /// Each value of the graph has a slot, values with the same terms share one. At order k the program gives every slot in
 /// use its term k, then every variable in use gets term k + 1. A variable whose own sum has ended is computed only
 /// while others need it.
-class SeriesPass final : public ForeignTerms {
+class SeriesPass {
 public:
     /// Variables must have begun the step: their start values decide which of them are congruent.
     SeriesPass(Calculus& calculus, const EquationTable& equations);
@@ -24,8 +24,10 @@ public:
     /// shortcut needs it to be.
     bool sumAll();
 
-    /// Term k of a variable of the program, as far as the last pass computed it.
-    real term(int variable, int k) const override { return run_.term(variable, k); }
+    /// Of the i-th differential variable in the order of names: index of the last term that the nodes would have computed
+    /// in the last pass, and its terms up to there.
+    int highestTerm(int i);
+    real term(int i, int k) const { return run_.term(standIn_[at(i)], k); }
 
 private:
     static std::size_t at(int i) { return static_cast<std::size_t>(i); }
@@ -39,7 +41,7 @@ private:
     void addTerms(int first, int last);
     void useAll();
     void useNeeded();
-    void handOver();
+    void handOver() const;
 
     Calculus& calculus_;
     TermGraph graph_;
@@ -58,7 +60,9 @@ private:
     OrderRun run_;
     /// Per variable of the program.
     std::vector<SeriesSum> sums_;
+    /// Per variable of the graph, once somebody asked for it.
     std::vector<int> highest_;
+    bool hasHighest_ = false;
 
     // Variables whose sum goes on, their number per component, and the part of the program that they need.
     std::vector<int> wanting_;

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "text/extended_bits.hpp"
+
 namespace zirk {
 
 namespace {
@@ -70,20 +72,6 @@ constexpr bool entriesSeparateAsTheirPowers() {
     return true;
 }
 static_assert(entriesSeparateAsTheirPowers());
-
-/// The parts of an extended number in memory.
-struct Bits {
-    std::uint64_t mantissa = 0;
-    std::uint16_t signAndExponent = 0;
-};
-
-Bits bitsOf(const real& x) {
-    Bits bits;
-    std::memcpy(&bits.mantissa, &x, sizeof bits.mantissa);
-    std::memcpy(&bits.signAndExponent, reinterpret_cast<const char*>(&x) + sizeof bits.mantissa,
-                sizeof bits.signAndExponent);
-    return bits;
-}
 
 constexpr std::uint64_t smallPowers[] = {1,
                                          10,
@@ -160,8 +148,8 @@ char* writeMantissa(char* out, std::uint64_t digits, int count) {
 }  // namespace
 
 bool roundToDecimal(const real& x, int n, Decimal& out) {
-    const Bits bits = bitsOf(x);
-    const int binary = (bits.signAndExponent & 0x7fff) - 16383;
+    const ExtendedBits bits = bitsOf(x);
+    const int binary = bits.biasedExponent() - ExtendedBits::bias;
     // Neither subnormal numbers nor those that the table does not reach.
     constexpr int reach = (largestPower - mostFigures - 1) * 3321 / 1000;
     if (binary < -reach || binary > reach || bits.mantissa >> 63 == 0) return false;

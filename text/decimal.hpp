@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "expr/real.hpp"
+#include "zirk/real.hpp"
 
 namespace zirk {
 

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Every piece in two ways: inserted into the stream, which defines it, or appended to the line.
+// Pieces appended in memory; the same bytes as insertions into a stream give.
 #include "text/line.hpp"
 
 #include <algorithm>
 #include <charconv>
-#include <iomanip>
 #include <ostream>
 #include <string>
 
@@ -16,11 +15,6 @@ namespace zirk {
 
 namespace {
 
-int piecewiseIndex() {
-    static const int index = std::ios_base::xalloc();
-    return index;
-}
-
 std::size_t fieldSize(int width) { return width > 0 ? static_cast<std::size_t>(width) : 0; }
 
 /// Bytes that an integer of 64 bits may need.
@@ -28,19 +22,8 @@ constexpr std::size_t integerTextSize = 20;
 
 }  // namespace
 
-void insertPieceByPiece(std::ostream& out) { out.iword(piecewiseIndex()) = 1; }
-
-Line::Line(std::ostream& out) : out_(out), piecewise_(out.iword(piecewiseIndex()) != 0) {}
-
-Line& Line::insert(std::string_view text) {
-    out_ << text;
-    return *this;
-}
-
 Line& Line::operator<<(const real& x) {
-    if (piecewise_) {
-        out_ << x;
-    } else if (const char* end = writeGeneral(room(decimalTextSize), x)) {
+    if (const char* end = writeGeneral(room(decimalTextSize), x)) {
         size_ = static_cast<std::size_t>(end - text_.data());
     } else {
         std::string text;
@@ -51,10 +34,6 @@ Line& Line::operator<<(const real& x) {
 }
 
 Line& Line::addInteger(std::int64_t n, int width) {
-    if (piecewise_) {
-        out_ << std::setw(width) << n;
-        return *this;
-    }
     char* start = room(integerTextSize + fieldSize(width));
     closeField(start, std::to_chars(start, start + integerTextSize, n).ptr, width);
     return *this;
@@ -65,10 +44,6 @@ Line& Line::addScientific(const real& x, int precision, int width) {
     if (std::max(width, precision) > widestComposed) {
         write();
         writeWide(out_, x, precision, width);
-        return *this;
-    }
-    if (piecewise_) {
-        out_ << std::scientific << std::setprecision(precision) << std::setw(width) << x;
         return *this;
     }
     char* start = room(decimalTextSize + fieldSize(width));
@@ -83,10 +58,6 @@ Line& Line::addScientific(const real& x, int precision, int width) {
 }
 
 Line& Line::operator<<(EndOfLine) {
-    if (piecewise_) {
-        out_ << std::endl;
-        return *this;
-    }
     *this << '\n';
     write();
     return *this;

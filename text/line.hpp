@@ -9,13 +9,9 @@
 #include <type_traits>
 #include <vector>
 
-#include "expr/real.hpp"
+#include "zirk/real.hpp"
 
 namespace zirk {
-
-/// From now on lines enter this stream as plain insertions, one for each piece. That is what defines how a line looks;
-/// composing it in memory is to give the same bytes.
-void insertPieceByPiece(std::ostream& out);
 
 struct EndOfLine {};
 inline constexpr EndOfLine endOfLine;
@@ -23,10 +19,9 @@ inline constexpr EndOfLine endOfLine;
 /// Composes lines and writes each of them whole.
 class Line {
 public:
-    explicit Line(std::ostream& out);
+    explicit Line(std::ostream& out) : out_(out) {}
 
     Line& operator<<(std::string_view text) {
-        if (piecewise_) return insert(text);
         std::memcpy(room(text.size()), text.data(), text.size());
         size_ += text.size();
         return *this;
@@ -53,8 +48,6 @@ public:
     Line& operator<<(EndOfLine);
 
 private:
-    Line& insert(std::string_view text);
-
     /// Where the next `count` bytes go.
     char* room(std::size_t count) {
         if (text_.size() - size_ < count) text_.resize(2 * text_.size() + count);
@@ -65,7 +58,6 @@ private:
     void write();
 
     std::ostream& out_;
-    const bool piecewise_;
     std::vector<char> text_;
     std::size_t size_ = 0;
 };

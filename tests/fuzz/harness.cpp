@@ -12,9 +12,9 @@
 
 #include "driver/run.hpp"
 #include "expand/expansion.hpp"
-#include "expr/failure.hpp"
 #include "lang/compiler.hpp"
 #include "text/line.hpp"
+#include "zirk/error.hpp"
 
 using namespace zirk;
 
@@ -151,10 +151,10 @@ Course courseOf(const std::function<void(Settings&, Output&)>& configure, const 
         settings.reset();
         configure(settings, output);
         solve(settings, output, evaluation, text, course);
-    } catch (const Failure& failure) {
-        const std::string line = failure.what();
+    } catch (const Error& error) {
+        const std::string line = error.text();
         require(!line.empty() && line.back() == '\n', "a failure is told by whole lines");
-        course.ending = std::to_string(failure.status()) + " " + line;
+        course.ending = std::to_string(error.status()) + " " + line;
     }
     output.flush();
     course.output += file.contents();

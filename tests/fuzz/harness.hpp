@@ -66,6 +66,6 @@ struct Bounds {
 void bound(Settings& settings, const Bounds& bounds);
 
 /// Compiles, prepares and solves a text for a few points, once by the nodes and once by the schedule, and requires the
-/// same bytes, the same terms and the same end of both. `configure` makes the settings of a run; a Failure ends the
+/// same bytes, the same terms and the same end of both. `configure` makes the settings of a run; a Error ends the
 /// run.
 void solveBothWays(const std::function<void(Settings&, Output&)>& configure, const std::string& text);

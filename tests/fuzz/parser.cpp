@@ -2,9 +2,9 @@
 // Scanner and parser: any bytes become tables or an error.
 #include <sstream>
 
-#include "expr/failure.hpp"
 #include "lang/compiler.hpp"
 #include "tests/fuzz/harness.hpp"
+#include "zirk/error.hpp"
 
 using namespace zirk;
 
@@ -26,9 +26,9 @@ Reading read(const std::string& text) {
     try {
         reading.result = Compiler(input, log, settings, settings, settings).compile();
         for (const Differential& variable : settings.equations) variable.TreeDump(log);
-    } catch (const Failure& failure) {
-        reading.result = failure.status();
-        reading.log = failure.what();
+    } catch (const Error& error) {
+        reading.result = error.status();
+        reading.log = error.text();
     } catch (const LimitedText::TooMuch&) {
         // Long, but not wrong.
     }

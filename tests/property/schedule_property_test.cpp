@@ -11,8 +11,8 @@
 #include "classic/taylor_step.hpp"
 #include "driver/settings.hpp"
 #include "expand/expansion.hpp"
-#include "expr/failure.hpp"
 #include "lang/compiler.hpp"
+#include "zirk/error.hpp"
 
 using namespace zirk;
 
@@ -109,7 +109,7 @@ std::vector<Shown> solved(const std::string& text, const Limits& limits, Evaluat
     try {
         EXPECT_EQ(Compiler(input, errors, settings, settings, settings).compile(), 0) << text;
         Expansion(settings, settings, settings).prepare();
-    } catch (const Failure&) {
+    } catch (const Error&) {
         return shown;
     }
     TaylorStep step(settings, settings.equations, evaluation);

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "driver/settings.hpp"
-#include "expr/failure.hpp"
+#include "zirk/error.hpp"
 
 using namespace zirk;
 
@@ -94,9 +94,9 @@ TEST_F(References, ToAnUndefinedNameFail) {
     try {
         reference("y%2")->Converted();
         ADD_FAILURE() << "no failure";
-    } catch (const Failure& failure) {
-        EXPECT_STREQ(failure.what(), "\n#(ERR) Reference to undefined equation \"y%2\"\n");
-        EXPECT_EQ(failure.status(), 1);
+    } catch (const Error& error) {
+        EXPECT_STREQ(error.text(), "\n#(ERR) Reference to undefined equation \"y%2\"\n");
+        EXPECT_EQ(error.status(), 1);
     }
 }
 
@@ -108,9 +108,9 @@ TEST_F(References, ByHandleHaveAMessageOfTheirOwn) {
     try {
         settings_.equations.redirect(handle, "z");
         ADD_FAILURE() << "no failure";
-    } catch (const Failure& failure) {
-        EXPECT_STREQ(failure.what(), "#(ERR) Undefined reference to z equation\n");
-        EXPECT_EQ(failure.status(), 1);
+    } catch (const Error& error) {
+        EXPECT_STREQ(error.text(), "#(ERR) Undefined reference to z equation\n");
+        EXPECT_EQ(error.status(), 1);
     }
 }
 

@@ -6,6 +6,7 @@
 #include "expr/arithmetic.hpp"
 #include "expr/real.hpp"
 #include "tests/unit/fixture.hpp"
+#include "text/from_text.hpp"
 
 using namespace zirk;
 

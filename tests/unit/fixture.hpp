@@ -13,9 +13,9 @@
 
 #include "driver/settings.hpp"
 #include "expand/expansion.hpp"
-#include "expr/failure.hpp"
 #include "expr/leaves.hpp"
 #include "lang/compiler.hpp"
+#include "zirk/error.hpp"
 
 using namespace zirk;
 
@@ -131,8 +131,8 @@ template <class Action>
 Ending endingOf(Action action) {
     try {
         action();
-    } catch (const Failure& failure) {
-        return {failure.what(), failure.status()};
+    } catch (const Error& error) {
+        return {error.text(), error.status()};
     }
     return {};
 }

@@ -8,7 +8,7 @@
 #include <limits>
 
 #include "driver/usage.hpp"
-#include "expr/failure.hpp"
+#include "zirk/error.hpp"
 
 using namespace zirk;
 
@@ -188,9 +188,9 @@ TEST_F(Options, OfHelpAndOfErrorsEndWithTheUsageText) {
         try {
             apply(letter);
             ADD_FAILURE() << "no failure";
-        } catch (const Failure& failure) {
-            EXPECT_EQ(failure.status(), 1);
-            EXPECT_EQ(failure.what(), usageText(settings_));
+        } catch (const Error& error) {
+            EXPECT_EQ(error.status(), 1);
+            EXPECT_EQ(error.text(), usageText(settings_));
         }
     }
 }
@@ -211,9 +211,9 @@ TEST_F(Options, WithoutAHandlerShowTheirCode) {
     try {
         apply('q');
         ADD_FAILURE() << "no failure";
-    } catch (const Failure& failure) {
-        EXPECT_STREQ(failure.what(), "#(WARN) Wrong parameter 113\n");
-        EXPECT_EQ(failure.status(), 1);
+    } catch (const Error& error) {
+        EXPECT_STREQ(error.text(), "#(WARN) Wrong parameter 113\n");
+        EXPECT_EQ(error.status(), 1);
     }
     EXPECT_EQ(results(), "");
 }
@@ -242,9 +242,9 @@ TEST_F(Options, FailWithTheSystemsTextForAnUnreadableFile) {
     try {
         parse({"no/such/file"});
         ADD_FAILURE() << "no failure";
-    } catch (const Failure& failure) {
-        EXPECT_STREQ(failure.what(), "#(WARN) Error by opening input file: No such file or directory\n");
-        EXPECT_EQ(failure.status(), 1);
+    } catch (const Error& error) {
+        EXPECT_STREQ(error.text(), "#(WARN) Error by opening input file: No such file or directory\n");
+        EXPECT_EQ(error.status(), 1);
     }
 }
 

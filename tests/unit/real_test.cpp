@@ -6,6 +6,8 @@
 
 #include <limits>
 
+#include "text/from_text.hpp"
+
 using namespace zirk;
 
 namespace {

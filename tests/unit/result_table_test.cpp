@@ -67,7 +67,7 @@ TEST_F(ResultTableTest, PutsABlankInPlaceOfTheMissingSign) {
 TEST_F(ResultTableTest, NeverPadsTheTimeNorTheStep) {
     enter("a", 1);
     numbers_ = {12, 2};
-    calculus_.useAllTerms = true;
+    calculus_.limits.useAllTerms = true;
     calculus_.time = -2;
     EXPECT_EQ(header(), "# ORDER TIME a log(|DY(max)|)     log(|DY(max)|)    h\n");
     EXPECT_EQ(row(RowFlag::Clear), "  0  -2.00e+00      1.00e+00 0 0 1.00e-01\n");

@@ -84,7 +84,7 @@ TEST_F(PeriodTest, OfOneValueIsFoundAtItsFirstReturn) {
 }
 
 TEST_F(PeriodTest, ComparesValuesStrictlyWithTheAccuracy) {
-    calculus_.accuracy = 0.25L;
+    calculus_.limits.accuracy = 0.25L;
     EXPECT_FALSE(point(1, 0));
     EXPECT_FALSE(point(1.25L, 0));   // Recorded: the difference equals the accuracy.
     EXPECT_FALSE(point(1, 0));       // (1, 0)
@@ -94,7 +94,7 @@ TEST_F(PeriodTest, ComparesValuesStrictlyWithTheAccuracy) {
 }
 
 TEST_F(PeriodTest, LooksAtPointsWithARateFromZeroToTwiceTheAccuracyOnly) {
-    calculus_.accuracy = 0.25L;
+    calculus_.limits.accuracy = 0.25L;
     constexpr real tiny = 0x1p-60L;
     EXPECT_FALSE(point(1, 0.5L));
     EXPECT_FALSE(point(1, -tiny));
@@ -147,8 +147,8 @@ int steadyEquations(real rate, unsigned steadyStop) {
     const Calculus::Scope scope(calculus);
     calculus.setMaxOrder(34);
     calculus.changeStep(0.5L);
-    calculus.accuracy = 0.25L;
-    calculus.steadyStop = steadyStop;
+    calculus.limits.accuracy = 0.25L;
+    calculus.limits.steadyStop = steadyStop;
     EquationTable equations;
     equations.enter(new Differential("y", Expr::Ref(new Number(rate)), 1));
     equations.enter(new Algebraic("x", Expr::Ref(new Number(rate))));

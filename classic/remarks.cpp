@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The kinds of hints, one after the other.
-#include "driver/hints.hpp"
+// The kinds of remarks, one after the other.
+#include "classic/remarks.hpp"
 
-#include <ostream>
 #include <unordered_set>
 #include <vector>
 
@@ -61,29 +60,28 @@ private:
 
 }  // namespace
 
-void writeHints(std::ostream& out, const Calculus& calculus, const EquationSystem& system,
-                const std::string& badOption) {
-    const auto hint = [&out]() -> std::ostream& { return out << "#(HINT) "; };
-    if (!badOption.empty()) hint() << badOption << ": the value is no number, or not only a number\n";
+std::vector<std::string> remarksOn(const Calculus& calculus, const EquationSystem& system) {
+    std::vector<std::string> remarks;
     const Uses uses(system.equations);
     if (uses.ofTime != nullptr) {
-        hint() << "t is not the time in the equation of " << describe(*uses.ofTime)
-               << ": write T for it, and a clock, \"T' = 1;\"\n";
+        remarks.push_back("t is not the time in the equation of " + describe(*uses.ofTime) +
+                          ": write T for it, and a clock, \"T' = 1;\"");
     }
-    if (!calculus.remarks.function.empty()) hint() << calculus.remarks.function << '\n';
+    if (!calculus.remarks.function.empty()) remarks.push_back(calculus.remarks.function);
     if (uses.ofAlgebraic != nullptr) {
-        hint() << '"' << uses.algebraic->name() << "\" lags one step behind in the equation of "
-               << describe(*uses.ofAlgebraic) << ": write its formula there instead of its name\n";
+        remarks.push_back('"' + uses.algebraic->name() + "\" lags one step behind in the equation of " +
+                          describe(*uses.ofAlgebraic) + ": write its formula there instead of its name");
     }
     if (!calculus.remarks.constant.empty()) {
-        hint() << calculus.remarks.constant << ", within the accuracy: -i 0 or a smaller -a keeps it\n";
+        remarks.push_back(calculus.remarks.constant + ", within the accuracy: -i 0 or a smaller -a keeps it");
     }
-    if (system.hasOtherStartTime) hint() << "all start values belong to time 0, whatever time is written\n";
+    if (system.hasOtherStartTime) remarks.emplace_back("all start values belong to time 0, whatever time is written");
     for (const auto& start : system.initialValues) {
         if (system.equations.find(start.first) != nullptr) continue;
-        hint() << "the start value of \"" << start.first << "\" sets nothing: there is no such variable\n";
+        remarks.push_back("the start value of \"" + start.first + "\" sets nothing: there is no such variable");
         break;
     }
+    return remarks;
 }
 
 }  // namespace zirk

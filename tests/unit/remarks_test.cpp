@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Hints: one for each kind of thing that is not what it seems, and none for a model that is.
 #include "driver/hints.hpp"
-
 #include "tests/unit/fixture.hpp"
 
 using namespace zirk;

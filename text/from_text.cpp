@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Conversions from text, with the rules of the C library.
-#include "expr/real.hpp"
+// Conversions from text.
+#include "text/from_text.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <limits>
 
@@ -17,11 +16,6 @@ real realFromText(const char* text) {
 int intFromText(const char* text) { return saturatingSum(std::strtol(text, nullptr, 10), 0); }
 
 bool flagFromText(const char* text) { return intFromText(text) == 1; }
-
-bool sameValue(real a, real b) {
-    if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
-    return a == b && std::signbit(a) == std::signbit(b);
-}
 
 int saturatingSum(std::int64_t a, std::int64_t b) {
     constexpr std::int64_t low = std::numeric_limits<int>::min();

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+// Start-up, and how a run ends.
+#include "driver/program.hpp"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <new>
+#include <stdexcept>
+
+#include "driver/memory_bound.hpp"
+#include "driver/options.hpp"
+#include "driver/resource_file.hpp"
+#include "driver/run.hpp"
+#include "driver/run_context.hpp"
+
+namespace zirk {
+
+namespace {
+
+/// A missing standard descriptor must not be taken by the next file that is opened; using it still fails.
+void occupyStandardDescriptors() {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(descriptor, F_GETFD) >= 0) continue;
+        // The lowest free descriptor is this one.
+        (void)!open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
+}
+
+Model::Source sourceOf(std::istream& input) {
+    return [&input](char* buffer, std::size_t size) {
+        input.read(buffer, static_cast<std::streamsize>(size));
+        if (input.bad()) throw Error("input in flex scanner failed\n", 2);
+        return static_cast<std::size_t>(input.gcount());
+    };
+}
+
+Model readModel(std::istream& input, const SeriesLimits& limits, std::ostream& log) {
+    try {
+        Model model = Model::read(sourceOf(input), limits);
+        log << model.messages();
+        return model;
+    } catch (const ParseError& error) {
+        throw Error(error.text() + "#(ERR) Compile error occured...\n", error.status());
+    }
+}
+
+int runSteps(int argc, char** argv, Output& output, Evaluation evaluation) {
+    Settings& settings = *runContext().settings;
+    std::ostream& log = output.log();
+    settings.reset();
+    readResourceFile(resourceFilePath(), settings, log);
+    const CommandLine commandLine = parseOptions(argc, argv, settings, output);
+    if (!commandLine.solve) return 0;
+    log << "#(INFO) Parsing input\n";
+    const Model model = readModel(*commandLine.input, settings.classic.limits, log);
+    log << "#(INFO) Initializing values\n";
+    Run run(settings, output, model, evaluation);
+    if (settings.dumpTree) run.dumpTree();
+    if (isatty(STDERR_FILENO) != 0) run.writeHints(commandLine.badNumber);
+    run.solve();
+    return 0;
+}
+
+/// Results first, then the message.
+int fail(Output& output, const std::string& message, int status) {
+    output.flushQuietly();
+    // Whatever ended the run may have come out of this stream and left it closed to writing.
+    output.log().clear();
+    try {
+        output.log() << message;
+    } catch (const Error&) {
+        // Results that wait with it cannot be written; the message stands for that.
+    }
+    output.flushQuietly();
+    return status;
+}
+
+/// Turns what ends a run early into its message and status.
+int runGuarded(int argc, char** argv, Output& output, Evaluation evaluation) {
+    try {
+        const int status = runSteps(argc, argv, output, evaluation);
+        output.flush();
+        return status;
+    } catch (const Error& error) {
+        return fail(output, error.text(), error.status());
+    } catch (const std::bad_alloc&) {
+        return fail(output, "#(ERR) Out of memory\n", 1);
+    } catch (const std::length_error&) {
+        return fail(output, "#(ERR) Out of memory\n", 1);
+    }
+}
+
+}  // namespace
+
+int runProgram(int argc, char** argv, Evaluation evaluation) {
+    boundMemory();
+    // A file that must not grow further is a write error like any other.
+    std::signal(SIGXFSZ, SIG_IGN);
+    occupyStandardDescriptors();
+    Output output(STDOUT_FILENO, STDERR_FILENO);
+    runContext().output = &output;
+    const int status = runGuarded(argc, argv, output, evaluation);
+    runContext().output = nullptr;
+    return status;
+}
+
+}  // namespace zirk

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+// Integration by the rules of the command zirk, to the same bits.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "zirk/model.hpp"
+
+namespace zirk {
+
+/// How the series are summed; the results are the same to the last bit.
+enum class Evaluation {
+    /// By the nodes of the formulas, which is the definition.
+    NodeByNode,
+    /// By a compiled program, many times as fast.
+    Scheduled
+};
+
+/// One test for stiffness: binary exponents of the largest and the smallest last term of all variables.
+struct StiffnessTest {
+    bool isStiff = false;
+    std::string_view largestName;
+    std::string_view smallestName;
+    int largestExponent = 0;
+    int smallestExponent = 0;
+    int difference = 0;
+};
+
+/// Is told what a run decides between its points. Whatever it throws goes through.
+class [[gnu::visibility("default")]] ClassicObserver {
+public:
+    virtual ~ClassicObserver() = default;
+    /// The point behind `time` is done again with half the step.
+    virtual void stepHalved(real step, real time);
+    /// The step grew by a fifth after the point behind `time`.
+    virtual void stepEnlarged(real step, real time);
+    virtual void stiffnessTested(const StiffnessTest& test);
+    /// The variable to be watched for a period does not exist; the run goes on without.
+    virtual void periodUnknown(const std::string& name);
+};
+
+/// How much a run has done so far.
+struct ClassicStatistics {
+    long long points = 0;
+    long long rejected = 0;
+};
+
+/// A run from time 0 on, point by point.
+///
+/// Variables are numbered from 0 in the bytewise order of their names; those that stand for functions ("%0", "%1", ...)
+/// come first. Values and terms are those of the point that `next` computed last.
+class [[gnu::visibility("default")]] ClassicIntegrator {
+public:
+    /// Prepares the equations for a run: expands functions and takes start values. Throws Error where a name is not
+    /// defined or a function cannot be expanded. The observer must live as long as the run.
+    explicit ClassicIntegrator(const Model& model, const ClassicOptions& options = {}, ClassicObserver* observer = nullptr,
+                               Evaluation evaluation = Evaluation::Scheduled);
+    ~ClassicIntegrator();
+    ClassicIntegrator(ClassicIntegrator&& other) noexcept;
+    ClassicIntegrator& operator=(ClassicIntegrator&& other) noexcept;
+
+    enum class Pass {
+        /// The point needed too many terms and will be done again with half the step.
+        Rejected,
+        /// A point is there; the first is that of time 0.
+        Point,
+        /// Nothing more to do: the end time, a steady state or a period is reached. The last point stays as it is.
+        End
+    };
+
+    /// One pass over the equations. Throws RunError when the run cannot go on.
+    Pass next();
+
+    real time() const;
+    /// Time of the accepted point before; the end of the step that led to this point is time().
+    real previousTime() const;
+    real step() const;
+    /// Terms that the longest sum of the last pass needed.
+    int order() const;
+    /// The end time has cut the present step: only points at the end time follow.
+    bool isLastStep() const;
+    /// Number of the pass, counted from 0 and in 32 bits.
+    int pass() const;
+    const ClassicStatistics& statistics() const;
+    const StiffnessTest& stiffness() const;
+
+    std::size_t size() const;
+    const std::string& name(std::size_t variable) const;
+    /// Throws Error for a name that is not defined.
+    std::size_t index(const std::string& name) const;
+    const real& value(std::size_t variable) const;
+    real value(const std::string& name) const { return value(index(name)); }
+    /// Index of the last Taylor term of the step that led to this point; -1 for definitions, and at time 0.
+    int highestTerm(std::size_t variable) const;
+    /// Term k, h^k y^(k) / k!, of the step that led to this point.
+    real term(std::size_t variable, int k) const;
+    std::vector<real> terms(std::size_t variable) const;
+
+    /// What the classic rules make of the model otherwise than its author may expect, a sentence for each kind of thing.
+    std::vector<std::string> remarks() const;
+
+    /// One line: the equation as it is solved and the present value, as the command dumps it.
+    std::string equation(std::size_t variable) const;
+
+private:
+    std::unique_ptr<class ClassicRun> run_;
+};
+
+}  // namespace zirk
