@@ -96,13 +96,13 @@ struct Limits {
 std::vector<Shown> solved(const std::string& text, const Limits& limits, Evaluation evaluation) {
     Settings settings;
     const Calculus::Scope scope(settings);
-    settings.reset();
-    settings.zeroTerms = limits.zeroTerms;
-    settings.setOrder(limits.order);
-    settings.accuracy = limits.accuracy;
-    settings.useAllTerms = limits.allTerms;
-    settings.simplifySmall = limits.simplify;
-    settings.steadyStop = 1;
+    
+    limits.zeroTerms = limits.zeroTerms;
+    limits.setOrder(limits.order);
+    limits.accuracy = limits.accuracy;
+    limits.useAllTerms = limits.allTerms;
+    limits.simplifySmall = limits.simplify;
+    limits.steadyStop = 1;
     std::istringstream input(text);
     std::ostringstream errors;
     std::vector<Shown> shown;
@@ -112,10 +112,10 @@ std::vector<Shown> solved(const std::string& text, const Limits& limits, Evaluat
     } catch (const Error&) {
         return shown;
     }
-    TaylorStep step(settings, settings.equations, evaluation);
+    TaylorStep step(calculus, system.equations, evaluation);
     for (int point = 0; point < 14; ++point) {
         step.evaluate();
-        for (const Differential& variable : settings.equations) {
+        for (const Differential& variable : system.equations) {
             Shown now{variable.name(), {variable.startValue(), variable.result()}, {}};
             int last = -1;
             real term = 0;
@@ -124,15 +124,15 @@ std::vector<Shown> solved(const std::string& text, const Limits& limits, Evaluat
             for (int k = 0; k <= variable.highestTerm(); ++k) now.numbers.push_back(variable.term(k));
             now.counts = {variable.termStamp(), variable.resultStamp(),   variable.highestTerm(),
                           variable.ownOrder(),  variable.onlyZeroTerms(), variable.isSteady(),
-                          settings.orderUsed,   step.steadyCount(),       last};
+                          calculus.orderUsed,   step.steadyCount(),       last};
             shown.push_back(now);
         }
         if (point == 8) {
             step.repeat();
-            settings.changeStep(settings.step / 2);
+            calculus.changeStep(calculus.step / 2);
         } else {
             step.accept();
-            settings.time = settings.time + settings.step;
+            calculus.time = calculus.time + calculus.step;
         }
     }
     return shown;

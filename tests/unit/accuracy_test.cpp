@@ -13,21 +13,21 @@ namespace {
 class TestProblems : public NodeTest {
 protected:
     void solve(const std::string& text, int steps) {
-        settings.setMaxOrder(60);
-        settings.accuracy = 1e-24L;
-        prepareText(settings, text);
-        settings.setStep(1.0 / 32);
-        TaylorStep step(settings, settings.equations, Evaluation::Scheduled);
+        limits.maxOrder = 60;
+        limits.accuracy = 1e-24L;
+        prepareText(*this, text);
+        calculus.changeStep(1.0 / 32);
+        TaylorStep step(calculus, system.equations, Evaluation::Scheduled);
         for (int i = 0; i <= steps; ++i) {
-            settings.time = i / real{32};
+            calculus.time = i / real{32};
             step.evaluate();
-            EXPECT_LE(settings.orderUsed, 56) << "the series did not converge";
+            EXPECT_LE(calculus.orderUsed, 56) << "the series did not converge";
             step.accept();
         }
     }
 
     ::testing::AssertionResult relative(const std::string& name, real expected, real tolerance) const {
-        return isNear(settings.equations.find(name)->result(), expected, tolerance * std::fabs(expected));
+        return isNear(system.equations.find(name)->result(), expected, tolerance * std::fabs(expected));
     }
 };
 

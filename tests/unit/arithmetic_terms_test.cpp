@@ -240,7 +240,7 @@ TEST_F(Derivatives, AreSimplifiedLikeAllNodes) {
 }
 
 TEST_F(Derivatives, AreWrittenOutWithTheSwitchOff) {
-    settings.simplifySmall = false;
+    limits.simplifySmall = false;
     EXPECT_EQ(of(Ref(ExprType::Multiply, t, x)), "((1 * [x]) + (t * [a]))");
     EXPECT_EQ(of(Ref(ExprType::Multiply, number(3), x)), "((0 * [x]) + (3 * [a]))");
     EXPECT_EQ(of(Ref(ExprType::Divide, x, number(2))), "((([a] * 2) - ([x] * 0)) / 4)");

@@ -14,20 +14,20 @@ namespace {
 class ClosedForms : public NodeTest {
 protected:
     void integrate(const std::string& function, real from, const std::string& start) {
-        settings.setMaxOrder(60);
-        settings.accuracy = 1e-24L;
-        prepareText(settings, "u' = u & " + start + "; y = " + function + "(u);");
-        settings.setStep(1.0 / 64);
-        TaylorStep step(settings, settings.equations, Evaluation::Scheduled);
+        limits.maxOrder = 60;
+        limits.accuracy = 1e-24L;
+        prepareText(*this, "u' = u & " + start + "; y = " + function + "(u);");
+        calculus.changeStep(1.0 / 64);
+        TaylorStep step(calculus, system.equations, Evaluation::Scheduled);
         for (int i = 0; i <= 64; ++i) {
-            settings.time = i / real{64};
+            calculus.time = i / real{64};
             step.evaluate();
-            EXPECT_LE(settings.orderUsed, 56) << "the series did not converge";
+            EXPECT_LE(calculus.orderUsed, 56) << "the series did not converge";
             step.accept();
         }
-        u = settings.equations.find("u")->result();
+        u = system.equations.find("u")->result();
         EXPECT_TRUE(isNear(u, from * expl(1), 4e-18L * std::fabs(from)));
-        v = settings.equations.find("y")->rightHandSide()->result();
+        v = system.equations.find("y")->rightHandSide()->result();
     }
 
     /// Relative to the larger of 1 and the value.

@@ -24,7 +24,7 @@ protected:
     }
 
     void checkAll(const Ref& formula) {
-        settings.time = 3;
+        calculus.time = 3;
         EXPECT_EQ(termOf(formula, 0), 0);
         EXPECT_EQ(termOf(formula, 1), count);
         EXPECT_EQ(valueOf(formula), real{3} * count);
@@ -55,22 +55,22 @@ TEST_F(DeepFormulas, OfNestedFunctionsAreExpandedInnermostFirst) {
     Ref formula(new Time);
     constexpr int depth = 20000;
     for (int i = 0; i < depth; ++i) formula = Ref(ExprType::Exp, Ref(ExprType::UnMinus, formula));
-    settings.equations.enter(new Differential("y", formula, 0));
+    system.equations.enter(new Differential("y", formula, 0));
     Expansion(settings, settings, settings).prepare();
-    EXPECT_EQ(settings.equations.size(), std::size_t{depth} + 1);
-    EXPECT_EQ(printed(settings.equations.find("%0")->rightHandSide()), "(-[%0])");
-    EXPECT_EQ(settings.equations.find("%1")->startValue(), expl(unknown(-1)));
-    EXPECT_EQ(printed(settings.equations.find("y")->rightHandSide()), "[%19999]");
+    EXPECT_EQ(system.equations.size(), std::size_t{depth} + 1);
+    EXPECT_EQ(printed(system.equations.find("%0")->rightHandSide()), "(-[%0])");
+    EXPECT_EQ(system.equations.find("%1")->startValue(), expl(unknown(-1)));
+    EXPECT_EQ(printed(system.equations.find("y")->rightHandSide()), "[%19999]");
 }
 
 TEST_F(DeepFormulas, AskTheVariablesBelowThemForTheirTerms) {
-    settings.setStep(0.5);
+    calculus.changeStep(0.5);
     Differential* z = differential("z");
-    settings.equations.enter(z);
+    system.equations.enter(z);
     Ref formula(z);
     for (int i = 0; i < 1000; ++i) formula = Ref(ExprType::Plus, formula, number(1));
     Differential* y = differential("y", formula);
-    settings.equations.enter(y);
+    system.equations.enter(y);
     z->setRightHandSide(Ref(ExprType::UnMinus, y));
     // y' = z + 1000, z' = -y. z has terms 0, -0, -125 by then: 0.25 * -500.
     EXPECT_EQ(terms(y, 4), (std::vector<real>{0, 500, 0, -125 * (real{0.5} / 3)}));
@@ -85,32 +85,32 @@ protected:
 TEST_F(Chains, OfAlgebraicVariablesAreEvaluatedToTheirEnd) {
     constexpr int length = 100000;
     for (int i = 0; i < length; ++i) {
-        settings.equations.enter(new Algebraic(name(i), new Equation(name(i + 1), settings.equations)));
+        system.equations.enter(new Algebraic(name(i), new Equation(name(i + 1), system.equations)));
     }
-    settings.equations.enter(new Algebraic(name(length), number(3)));
-    settings.equations.enter(new Differential("z", Ref(ExprType::Sin, new Equation(name(0), settings.equations)), 0));
+    system.equations.enter(new Algebraic(name(length), number(3)));
+    system.equations.enter(new Differential("z", Ref(ExprType::Sin, new Equation(name(0), system.equations)), 0));
     Expansion(settings, settings, settings).prepare();
-    EXPECT_EQ(settings.equations.find("%0")->startValue(), sinl(unknown(3)));
-    EXPECT_EQ(printed(settings.equations.find("%0")->rightHandSide()), "0");
-    TaylorStep(settings, settings.equations, Evaluation::Scheduled).evaluate();
-    EXPECT_EQ(settings.equations.find(name(0))->result(), 3);
-    EXPECT_EQ(settings.equations.find(name(length - 1))->result(), 3);
+    EXPECT_EQ(system.equations.find("%0")->startValue(), sinl(unknown(3)));
+    EXPECT_EQ(printed(system.equations.find("%0")->rightHandSide()), "0");
+    TaylorStep(calculus, system.equations, Evaluation::Scheduled).evaluate();
+    EXPECT_EQ(system.equations.find(name(0))->result(), 3);
+    EXPECT_EQ(system.equations.find(name(length - 1))->result(), 3);
 }
 
 TEST_F(Chains, OfSinesAreExpanded) {
     constexpr int length = 10000;
     std::string text;
     for (int i = 0; i < length; ++i) text += name(i) + "' = sin(" + name(i + 1) + ");";
-    prepareText(settings, text + name(length) + "' = 1;");
-    EXPECT_EQ(settings.equations.size(), std::size_t{3} * length + 1);
-    EXPECT_EQ(printed(settings.equations.find("%0")->rightHandSide()), "([%1] * [%2])");
-    EXPECT_EQ(printed(settings.equations.find("%19996")->rightHandSide()), "([%19997] * [%19998])");
-    EXPECT_EQ(printed(settings.equations.find("%19998")->rightHandSide()), "[%19999]");
-    TaylorStep step(settings, settings.equations, Evaluation::Scheduled);
+    prepareText(*this, text + name(length) + "' = 1;");
+    EXPECT_EQ(system.equations.size(), std::size_t{3} * length + 1);
+    EXPECT_EQ(printed(system.equations.find("%0")->rightHandSide()), "([%1] * [%2])");
+    EXPECT_EQ(printed(system.equations.find("%19996")->rightHandSide()), "([%19997] * [%19998])");
+    EXPECT_EQ(printed(system.equations.find("%19998")->rightHandSide()), "[%19999]");
+    TaylorStep step(calculus, system.equations, Evaluation::Scheduled);
     step.evaluate();
     step.accept();
     step.evaluate();
-    EXPECT_TRUE(isNear(settings.equations.find("%19998")->result(), sinl(unknown(static_cast<real>(0.1))), 1e-19L));
+    EXPECT_TRUE(isNear(system.equations.find("%19998")->result(), sinl(unknown(static_cast<real>(0.1))), 1e-19L));
 }
 
 }  // namespace

@@ -118,9 +118,9 @@ TEST_F(Elementary, TakeSquareRootAndTruncationThroughDouble) {
 TEST_F(Elementary, GiveZeroForTheInverseHyperbolicSineOfWhateverIsBelowTheAccuracy) {
     EXPECT_TRUE(sameValue(folded(ExprType::ASinh, -2), 0));
     EXPECT_TRUE(sameValue(folded(ExprType::ASinh, 1e-11L), 0));
-    EXPECT_EQ(folded(ExprType::ASinh, settings.accuracy), logl(unknown(settings.accuracy) + viaDouble(1)));
+    EXPECT_EQ(folded(ExprType::ASinh, limits.accuracy), logl(unknown(limits.accuracy) + viaDouble(1)));
     EXPECT_EQ(folded(ExprType::ASinh, 3), logl(unknown(3) + viaDouble(10)));
-    settings.simplifySmall = false;
+    limits.simplifySmall = false;
     EXPECT_EQ(folded(ExprType::ASinh, -2), logl(unknown(-2) + viaDouble(5)));
     EXPECT_TRUE(isNear(folded(ExprType::ASinh, -2), -1.443635475178810342493276740273L, 1e-14L));
 }
@@ -132,7 +132,7 @@ TEST_F(Elementary, EndTheRunForTheInverseHyperbolicCosineBelowOne) {
     EXPECT_EQ(endingAt(ExprType::ACosh, 0.5L), acoshEnding);
     EXPECT_EQ(endingAt(ExprType::ACosh, -3), acoshEnding);
     EXPECT_TRUE(std::isnan(folded(ExprType::ACosh, kNaN)));
-    settings.simplifySmall = false;
+    limits.simplifySmall = false;
     EXPECT_EQ(folded(ExprType::ACosh, 1), 0);
     EXPECT_NE(folded(ExprType::ACosh, 1 + 1e-11L), 0);
 }
@@ -141,13 +141,13 @@ TEST_F(Elementary, GiveOneForTheInverseHyperbolicTangentOfWhateverIsBelowTheAccu
     EXPECT_EQ(folded(ExprType::ATanh, -0.5L), 1);
     EXPECT_EQ(folded(ExprType::ATanh, 0), 1);
     EXPECT_EQ(folded(ExprType::ATanh, 1e-11L), 1);
-    settings.simplifySmall = false;
+    limits.simplifySmall = false;
     EXPECT_TRUE(isNear(folded(ExprType::ATanh, -0.5L), -0.549306144334054845697622618461L, 1e-18L));
     EXPECT_TRUE(sameValue(folded(ExprType::ATanh, 0), 0));
 }
 
 TEST_F(Elementary, SumTheInverseHyperbolicTangentUpToTheFirstTermBelowTheAccuracy) {
-    settings.accuracy = 1e-3L;
+    limits.accuracy = 1e-3L;
     // 1/2 + 1/24 + 1/160 + 1/896 are not below; 1/4608 is, and is included.
     const real two = 2;
     real expected = 1 / two;
@@ -172,13 +172,13 @@ TEST_F(Elementary, TakeTheInverseHyperbolicCotangentFromTheReciprocal) {
     EXPECT_EQ(folded(ExprType::ACotanh, -1), -kInfinity);
     EXPECT_EQ(endingAt(ExprType::ACotanh, 0.5L), atanhEnding);
     EXPECT_EQ(endingAt(ExprType::ACotanh, 0), atanhEnding);
-    settings.simplifySmall = false;
+    limits.simplifySmall = false;
     EXPECT_TRUE(isNear(folded(ExprType::ACotanh, -2), -0.549306144334054845697622618461L, 1e-18L));
 }
 
 TEST_F(Elementary, EndAlsoForNotANumber) {
     for (const bool on : {true, false}) {
-        settings.simplifySmall = on;
+        limits.simplifySmall = on;
         EXPECT_TRUE(std::isnan(folded(ExprType::ATanh, kNaN)));
         EXPECT_TRUE(std::isnan(folded(ExprType::ASinh, kNaN)));
     }

@@ -13,12 +13,12 @@ namespace {
 class Preparation : public NodeTest {
 protected:
     std::string prepared(const std::string& text) {
-        prepareText(settings, text);
+        prepareText(*this, text);
         return dumpOf(settings);
     }
-    real startOf(const std::string& name) const { return settings.equations.resolve(name)->startValue(); }
+    real startOf(const std::string& name) const { return system.equations.resolve(name)->startValue(); }
     Ending endingWith(const std::string& text) {
-        return endingOf([&] { prepareText(settings, text); });
+        return endingOf([&] { prepareText(*this, text); });
     }
 };
 
@@ -30,7 +30,7 @@ TEST_F(Preparation, ReplacesASineByTwoVariables) {
 }
 
 TEST_F(Preparation, WritesTheDerivativeOfTheTimeOutWithTheSwitchOff) {
-    settings.simplifySmall = false;
+    limits.simplifySmall = false;
     EXPECT_EQ(prepared("y' = sin(t) & 0;"),
               "DIF: \t%0' = ([%1] * 1) & 0;\n"
               "DIF: \t%1' = ((-[%0]) * 1) & 1;\n"
@@ -74,12 +74,12 @@ TEST_F(Preparation, NumbersFunctionsInTheOrderOfNamesAndSortsThemAsText) {
     for (const char name : {'k', 'j', 'i', 'h', 'g', 'f', 'e', 'd', 'c', 'b', 'a'}) {
         text += std::string(1, name) + "' = exp(t);";
     }
-    prepareText(settings, text);
+    prepareText(*this, text);
     std::string order;
-    for (const Differential& variable : settings.equations) order += variable.name() + ' ';
+    for (const Differential& variable : system.equations) order += variable.name() + ' ';
     EXPECT_EQ(order, "%0 %1 %10 %2 %3 %4 %5 %6 %7 %8 %9 a b c d e f g h i j k ");
-    EXPECT_EQ(printed(settings.equations.resolve("a")->rightHandSide()), "[%0]");
-    EXPECT_EQ(printed(settings.equations.resolve("k")->rightHandSide()), "[%10]");
+    EXPECT_EQ(printed(system.equations.resolve("a")->rightHandSide()), "[%0]");
+    EXPECT_EQ(printed(system.equations.resolve("k")->rightHandSide()), "[%10]");
 }
 
 TEST_F(Preparation, FoldsAFunctionOfAConstant) { EXPECT_EQ(prepared("y' = sin(5);"), "DIF: \ty' = -0.958924 & 0;\n"); }
@@ -204,25 +204,25 @@ TEST_F(Preparation, EndsForFunctionsWithoutAnExpansion) {
 }
 
 TEST_F(Preparation, DoesNotSeeInitialValuesOfVariablesThatComeLater) {
-    prepareText(settings, "a' = sin(b); b' = 1 & 5; b(0) = 2;");
+    prepareText(*this, "a' = sin(b); b' = 1 & 5; b(0) = 2;");
     EXPECT_EQ(startOf("%0"), sinl(unknown(5)));
     EXPECT_EQ(startOf("b"), 2);
 }
 
 TEST_F(Preparation, SeesInitialValuesOfVariablesThatCameBefore) {
-    prepareText(settings, "c' = sin(b); b' = 1 & 5; b(0) = 2;");
+    prepareText(*this, "c' = sin(b); b' = 1 & 5; b(0) = 2;");
     EXPECT_EQ(startOf("%0"), sinl(unknown(2)));
 }
 
 TEST_F(Preparation, AppliesAnInitialValueAfterTheVariablesOwnFunctions) {
-    prepareText(settings, "b' = sin(b) & 5; b(0) = 2;");
+    prepareText(*this, "b' = sin(b) & 5; b(0) = 2;");
     EXPECT_EQ(startOf("%0"), sinl(unknown(5)));
     EXPECT_EQ(startOf("b"), 2);
-    EXPECT_EQ(settings.equations.resolve("b")->result(), 2);
+    EXPECT_EQ(system.equations.resolve("b")->result(), 2);
 }
 
 TEST_F(Preparation, AsksAgainForAnInitialValueThatHasChanged) {
-    prepareText(settings, "a' = sin(m); m = 2*x; x' = 1 & 5; x(0) = 2; z' = sin(m);");
+    prepareText(*this, "a' = sin(m); m = 2*x; x' = 1 & 5; x(0) = 2; z' = sin(m);");
     EXPECT_EQ(startOf("%0"), sinl(unknown(10)));
     EXPECT_EQ(startOf("%2"), sinl(unknown(4)));
 }
@@ -234,9 +234,9 @@ TEST_F(Preparation, GivesDerivativesTheirInitialValues) {
 }
 
 TEST_F(Preparation, MakesTemporariesLikeAnyVariable) {
-    settings.stepStamp = 4;
-    prepareText(settings, "y' = exp(t+1);");
-    const Differential& made = *settings.equations.resolve("%0");
+    calculus.stepStamp = 4;
+    prepareText(*this, "y' = exp(t+1);");
+    const Differential& made = *system.equations.resolve("%0");
     EXPECT_EQ(made.type(), ExprType::Differential);
     EXPECT_EQ(made.startValue(), expl(unknown(1)));
     EXPECT_EQ(made.result(), expl(unknown(1)));

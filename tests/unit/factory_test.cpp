@@ -16,7 +16,7 @@ constexpr real kInfinity = std::numeric_limits<real>::infinity();
 
 class Factory : public NodeTest {
 protected:
-    Factory() { settings.accuracy = 0.25L; }
+    Factory() { limits.accuracy = 0.25L; }
 
     /// Printed form of a kind over a constant and x, and of x and a constant.
     std::string ofConstantAndX(ExprType type, real a) const { return printed(Ref(type, number(a), x)); }
@@ -34,7 +34,7 @@ protected:
 
 TEST_F(Factory, FoldsTwoConstantsWhateverTheSwitch) {
     for (const bool on : {true, false}) {
-        settings.simplifySmall = on;
+        limits.simplifySmall = on;
         EXPECT_EQ(folded(ExprType::Plus, 2, 3), 5);
         EXPECT_EQ(folded(ExprType::Minus, 2, 3), -1);
         EXPECT_EQ(folded(ExprType::Multiply, 2, 3), 6);
@@ -108,7 +108,7 @@ TEST_F(Factory, HasNoRuleForASmallDivisor) {
 }
 
 TEST_F(Factory, TakesASmallFactorBeforeOneNearOne) {
-    settings.accuracy = 4;
+    limits.accuracy = 4;
     EXPECT_EQ(ofConstantAndX(ExprType::Multiply, 1), "0");
     EXPECT_EQ(ofXAndConstant(ExprType::Multiply, -1), "0");
     EXPECT_EQ(ofXAndConstant(ExprType::Divide, 0), "[x]") << "near one within 4";
@@ -120,16 +120,16 @@ TEST_F(Factory, KeepsNotANumber) {
 }
 
 TEST_F(Factory, WorksWithTheDefaultAccuracy) {
-    settings.accuracy = realFromText("1e-10");
+    limits.accuracy = realFromText("1e-10");
     EXPECT_EQ(ofConstantAndX(ExprType::Multiply, 1e-12L), "0");
     EXPECT_EQ(ofConstantAndX(ExprType::Multiply, -1), "(-[x])");
     EXPECT_EQ(Ref(ExprType::Divide, x, number(1)), x);
     EXPECT_EQ(ofConstantAndX(ExprType::Divide, 0), "(0 / [x])");
-    EXPECT_EQ(ofXAndConstant(ExprType::Plus, settings.accuracy), "([x] + 1e-10)");
+    EXPECT_EQ(ofXAndConstant(ExprType::Plus, limits.accuracy), "([x] + 1e-10)");
 }
 
 TEST_F(Factory, SimplifiesNothingWithTheSwitchOff) {
-    settings.simplifySmall = false;
+    limits.simplifySmall = false;
     EXPECT_EQ(ofConstantAndX(ExprType::Plus, 0), "(0 + [x])");
     EXPECT_EQ(ofXAndConstant(ExprType::Plus, 0), "([x] + 0)");
     EXPECT_EQ(ofConstantAndX(ExprType::Minus, 0), "(0 - [x])");

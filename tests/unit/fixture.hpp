@@ -11,35 +11,37 @@
 #include <utility>
 #include <vector>
 
-#include "driver/settings.hpp"
 #include "expand/expansion.hpp"
 #include "expr/leaves.hpp"
 #include "lang/compiler.hpp"
+#include "lang/model_content.hpp"
 #include "zirk/error.hpp"
 
 using namespace zirk;
 
 using Ref = Expr::Ref;
 
-/// Settings of its own for every test, in force for its time, with the values that a run starts from.
-class NodeTest : public ::testing::Test {
-protected:
-    NodeTest() { settings.reset(); }
+/// A system of its own, in force as long as it lives, with the limits that a run starts from.
+struct Workbench : CompiledSystem {
+    Workbench() : CompiledSystem(SeriesLimits(), real{0.1}) {}
 
+    Calculus::Scope scope{calculus};
+};
+
+/// A workbench for every test.
+class NodeTest : public ::testing::Test, protected Workbench {
+protected:
     /// The next point follows an accepted one.
     void nextStep() {
-        settings.prevStepStamp = settings.stepStamp;
-        ++settings.stepStamp;
+        calculus.prevStepStamp = calculus.stepStamp;
+        ++calculus.stepStamp;
     }
 
     /// The same point is done again.
     void repeatStep() {
-        ++settings.stepStamp;
-        settings.prevStepStamp = settings.stepStamp;
+        ++calculus.stepStamp;
+        calculus.prevStepStamp = calculus.stepStamp;
     }
-
-    Settings settings;
-    Calculus::Scope scope{settings};
 };
 
 /// A node with prescribed terms; the value and the initial value are given beside them.
@@ -137,19 +139,26 @@ Ending endingOf(Action action) {
     return {};
 }
 
-/// Compiles and prepares a text into the settings in force.
-inline void prepareText(Settings& settings, const std::string& text) {
-    std::istringstream input(text);
-    std::ostringstream errors;
-    ASSERT_EQ(Compiler(input, errors, settings, settings, settings).compile(), 0) << errors.str();
-    Expansion(settings, settings, settings).prepare();
+/// Asks for as much of a text as there is.
+inline Compiler::Source sourceOf(const std::string& text) {
+    return [text, at = std::size_t{0}](char* buffer, std::size_t size) mutable {
+        const std::size_t count = text.copy(buffer, size, at);
+        at += count;
+        return count;
+    };
+}
+
+/// Compiles and prepares a text.
+inline void prepareText(CompiledSystem& bench, const std::string& text) {
+    Compiler(sourceOf(text), bench.system).compile();
+    Expansion(bench.calculus, bench.system).prepare();
 }
 
 /// The dump lines of all variables without the words that every line begins with.
-inline std::string dumpOf(const Settings& settings) {
+inline std::string dumpOf(const EquationTable& equations) {
     const std::string lead = "#(TREEDUMP) ";
     std::string result;
-    for (const Differential& variable : settings.equations) {
+    for (const Differential& variable : equations) {
         std::ostringstream line;
         variable.TreeDump(line);
         EXPECT_EQ(line.str().compare(0, lead.size(), lead), 0) << line.str();

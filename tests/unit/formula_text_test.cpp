@@ -13,8 +13,8 @@ class FormulaText : public NodeTest {
 protected:
     /// The definition of z, as it is after the preparation.
     std::string of(const std::string& definition) {
-        prepareText(settings, "z = " + definition + "; x'' = -x & 1; y' = x & 2;");
-        return formulaText(*settings.equations.find("z")->rightHandSide());
+        prepareText(*this, "z = " + definition + "; x'' = -x & 1; y' = x & 2;");
+        return formulaText(*system.equations.find("z")->rightHandSide());
     }
 };
 
@@ -31,8 +31,8 @@ TEST_F(FormulaText, WritesDerivativesWithApostrophes) { EXPECT_EQ(of("x' + y"), 
 
 TEST_F(FormulaText, ShowsVariablesOfAFunctionAsTheFunction) {
     EXPECT_EQ(of("sqrt(x*x + exp(-y))"), "sqrt(x*x + exp(-y))");
-    EXPECT_EQ(describe(*settings.equations.find("%0")), "function exp(-y)");
-    EXPECT_EQ(describe(*settings.equations.find("x%1")), "variable \"x%1\"");
+    EXPECT_EQ(describe(*system.equations.find("%0")), "function exp(-y)");
+    EXPECT_EQ(describe(*system.equations.find("x%1")), "variable \"x%1\"");
 }
 
 TEST_F(FormulaText, IsCutWhereItIsLongOrDeep) {
@@ -47,8 +47,8 @@ TEST_F(FormulaText, IsCutWhereItIsLongOrDeep) {
 class FirstNotFinite : public NodeTest {
 protected:
     std::string of(const std::string& text) {
-        prepareText(settings, text);
-        return firstNotFinite(*settings.equations.find("y"));
+        prepareText(*this, text);
+        return firstNotFinite(*system.equations.find("y"));
     }
 };
 

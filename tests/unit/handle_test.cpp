@@ -121,7 +121,7 @@ TEST_F(Handles, CompareIdentityAndNotStructure) {
 class NewNodes : public NodeTest {};
 
 TEST_F(NewNodes, AreStampedOneStepBack) {
-    settings.stepStamp = 7;
+    calculus.stepStamp = 7;
     const Ref x(differential("x", Ref(), 3));
     const Ref sum(ExprType::Plus, x, x);
     EXPECT_EQ(sum->termStamp(), 6);
@@ -131,19 +131,19 @@ TEST_F(NewNodes, AreStampedOneStepBack) {
 }
 
 TEST_F(NewNodes, OfADifferentialEquationHaveTheirValueAlready) {
-    settings.stepStamp = 7;
+    calculus.stepStamp = 7;
     const Ref x(differential("x", number(5), 3));
     EXPECT_EQ(x->startValue(), 3);
     EXPECT_EQ(x->result(), 3);
     EXPECT_EQ(x->termStamp(), 6);
     EXPECT_EQ(x->resultStamp(), 7);
     EXPECT_EQ(valueOf(x), 3);
-    EXPECT_EQ(settings.orderUsed, 0);
+    EXPECT_EQ(calculus.orderUsed, 0);
     EXPECT_FALSE(static_cast<Differential&>(*x).isSelected());
 }
 
 TEST_F(NewNodes, OfAnAlgebraicEquationStartAtZero) {
-    settings.stepStamp = 7;
+    calculus.stepStamp = 7;
     const Ref x(new Algebraic("x", number(5)));
     EXPECT_EQ(x->type(), ExprType::Algebraic);
     EXPECT_EQ(x->startValue(), 0);
@@ -155,7 +155,7 @@ TEST_F(NewNodes, OfAnAlgebraicEquationStartAtZero) {
 class Caches : public NodeTest {};
 
 TEST_F(Caches, GiveTermsUpToTheMaximumOrder) {
-    settings.setMaxOrder(9);
+    limits.maxOrder = 9;
     const Ref x(differential("x", Ref(), 1));
     const Ref sum(ExprType::Plus, x, x);
     static_cast<Differential&>(*x).setRightHandSide(number(1));
@@ -185,10 +185,10 @@ TEST_F(Caches, ComputeATermOncePerStep) {
 TEST_F(Caches, GiveAStaleTermWhenALowerOneIsAskedForAfterAHigherOne) {
     const Ref x(differential("x", Ref(), 3));
     // In the table, which breaks the cycle in the end.
-    settings.equations.enter(&static_cast<Differential&>(*x));
+    system.equations.enter(&static_cast<Differential&>(*x));
     static_cast<Differential&>(*x).setRightHandSide(x);
     const Ref sum(ExprType::Plus, x, x);
-    settings.setStep(1);
+    calculus.changeStep(1);
     const std::vector<real> before = terms(sum, 4);
     EXPECT_EQ(before[2], 3);
 
@@ -204,14 +204,14 @@ TEST_F(Caches, ComputeAValueOncePerStepOrWhenForced) {
     EXPECT_EQ(valueOf(handle), 5);
     EXPECT_EQ(valueOf(handle), 5);
     EXPECT_EQ(node->valueCount, 1);
-    settings.forceRecompute = true;
+    calculus.forceRecompute = true;
     valueOf(handle);
-    EXPECT_FALSE(settings.forceRecompute);
+    EXPECT_FALSE(calculus.forceRecompute);
     EXPECT_EQ(node->valueCount, 2);
     nextStep();
     valueOf(handle);
     EXPECT_EQ(node->valueCount, 3);
-    EXPECT_EQ(node->resultStamp(), settings.stepStamp);
+    EXPECT_EQ(node->resultStamp(), calculus.stepStamp);
 }
 
 TEST_F(Caches, ForceOnlyTheFirstNodeThatSeesTheFlag) {
@@ -220,21 +220,21 @@ TEST_F(Caches, ForceOnlyTheFirstNodeThatSeesTheFlag) {
     const Ref sum(ExprType::Plus, inner, inner);
     valueOf(sum);
     EXPECT_EQ(node->valueCount, 1);
-    settings.forceRecompute = true;
+    calculus.forceRecompute = true;
     EXPECT_EQ(valueOf(sum), 10);
     EXPECT_EQ(node->valueCount, 1);
 }
 
 TEST_F(Caches, CallANodeSteadyBelowTheAccuracyAndNotAtIt) {
-    settings.accuracy = 0.5L;
-    settings.steadyStop = 1;
+    limits.accuracy = 0.5L;
+    limits.steadyStop = 1;
     const Ref below(new Algebraic("x", number(0.25L)));
     const Ref at(new Algebraic("x", number(0.5L)));
     valueOf(below);
     valueOf(at);
     EXPECT_TRUE(below->isSteady());
     EXPECT_FALSE(at->isSteady());
-    settings.steadyStop = 0;
+    limits.steadyStop = 0;
     nextStep();
     valueOf(below);
     EXPECT_FALSE(below->isSteady());

@@ -14,8 +14,8 @@ class ProgramText : public NodeTest {
 protected:
     /// One line per chain; variables as their names, other slots as s, term arrays as numbers.
     std::string of(const std::string& text) {
-        prepareText(settings, text);
-        const TermGraph graph(settings.equations);
+        prepareText(*this, text);
+        const TermGraph graph(system.equations);
         const Programs programs(graph, congruentSlots(graph));
         std::ostringstream out;
         write(graph, programs, programs.varying, out);
@@ -113,8 +113,8 @@ TEST_F(ProgramText, LetsCongruentVariablesShare) {
 }
 
 TEST_F(ProgramText, LeavesOutWhatIsNotNeeded) {
-    prepareText(settings, "a' = -a & 1; b' = -b & 2;");
-    const TermGraph graph(settings.equations);
+    prepareText(*this, "a' = -a & 1; b' = -b & 2;");
+    const TermGraph graph(system.equations);
     const Programs programs(graph, congruentSlots(graph));
     std::vector<char> needed(graph.slots.size(), 0);
     needed[static_cast<std::size_t>(graph[1].left)] = 1;

@@ -10,7 +10,7 @@ class Recipes : public NodeTest {
 protected:
     /// Dump of y = f(x) with x' = z, x(0) as given; without the lines of the three variables themselves.
     std::string ofFunction(const std::string& function, const std::string& start) {
-        prepareText(settings, "x' = z & " + start + "; z' = 1 & 2; y = " + function + "(x);");
+        prepareText(*this, "x' = z & " + start + "; z' = 1 & 2; y = " + function + "(x);");
         const std::string dump = dumpOf(settings);
         const std::string tail = "DIF: \tx' = [z] & " + start + ";\n";
         const std::size_t at = dump.find(tail);
@@ -18,7 +18,7 @@ protected:
         return dump.substr(0, at) + dump.substr(dump.find("ALG"), dump.find("DIF: \tz") - dump.find("ALG"));
     }
 
-    real startOf(const std::string& name) const { return settings.equations.resolve(name)->startValue(); }
+    real startOf(const std::string& name) const { return system.equations.resolve(name)->startValue(); }
 };
 
 TEST_F(Recipes, OfSine) {
@@ -101,8 +101,8 @@ TEST_F(Recipes, OfArcSineReuseTheQuotient) {
               "DIF: \t%1' = ((-[x]) * ([z] / [%1])) & 0.866025;\n"
               "ALG: \ty = [%0];\n");
     EXPECT_EQ(startOf("%1"), sqrtl(unknown(0.75L)));
-    const Expr* product = settings.equations.resolve("%1")->rightHandSide().get();
-    EXPECT_EQ(product->operand(1), settings.equations.resolve("%0")->rightHandSide().get());
+    const Expr* product = system.equations.resolve("%1")->rightHandSide().get();
+    EXPECT_EQ(product->operand(1), system.equations.resolve("%0")->rightHandSide().get());
 }
 
 TEST_F(Recipes, OfArcTangent) {
@@ -138,26 +138,26 @@ TEST_F(Recipes, OfInverseHyperbolicCotangent) {
 }
 
 TEST_F(Recipes, OfTheExponentialOfTimeAreSimplified) {
-    prepareText(settings, "y' = exp(t) & 1;");
+    prepareText(*this, "y' = exp(t) & 1;");
     EXPECT_EQ(dumpOf(settings), "DIF: \t%0' = [%0] & 1;\nDIF: \ty' = [%0] & 1;\n");
 }
 
 TEST_F(Recipes, OfTheExponentialOfTimeAreProductsWithTheSwitchOff) {
-    settings.simplifySmall = false;
-    prepareText(settings, "y' = exp(t) & 1;");
+    limits.simplifySmall = false;
+    prepareText(*this, "y' = exp(t) & 1;");
     EXPECT_EQ(dumpOf(settings), "DIF: \t%0' = (1 * [%0]) & 1;\nDIF: \ty' = [%0] & 1;\n");
 }
 
 TEST_F(Recipes, OfALogarithmThatStartsAtZeroDivideByIt) {
-    prepareText(settings, "y' = ln(t + 1);");
+    prepareText(*this, "y' = ln(t + 1);");
     EXPECT_EQ(dumpOf(settings), "DIF: \t%0' = (1 / [%0]) & 0;\nDIF: \ty' = [%0] & 0;\n");
     nextStep();
-    EXPECT_TRUE(std::isinf(termOf(settings.equations.resolve("%0"), 1)));
+    EXPECT_TRUE(std::isinf(termOf(system.equations.resolve("%0"), 1)));
 }
 
 TEST_F(Recipes, OfFunctionsOutsideTheirDomainAreMadeAllTheSame) {
-    prepareText(settings, "y' = asin(x) + ln(-x) + sqrt(-x); x' = 1 & 1;");
-    EXPECT_EQ(settings.equations.size(), 6u);
+    prepareText(*this, "y' = asin(x) + ln(-x) + sqrt(-x); x' = 1 & 1;");
+    EXPECT_EQ(system.equations.size(), 6u);
     EXPECT_TRUE(std::isnan(startOf("%0"))) << "sqrt";
     EXPECT_TRUE(std::isnan(startOf("%1"))) << "ln";
     EXPECT_EQ(startOf("%2"), asinl(unknown(1)));
@@ -165,7 +165,7 @@ TEST_F(Recipes, OfFunctionsOutsideTheirDomainAreMadeAllTheSame) {
 }
 
 TEST_F(Recipes, EndWithTheMessagesOfTheirValues) {
-    EXPECT_EQ(endingOf([&] { prepareText(settings, "y' = atanh(x); x' = 1 & 1.5;"); }),
+    EXPECT_EQ(endingOf([&] { prepareText(*this, "y' = atanh(x); x' = 1 & 1.5;"); }),
               (Ending{"\n(COMP) atanh(x): |x| > 1\n", 1}));
 }
 

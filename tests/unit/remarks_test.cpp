@@ -13,7 +13,7 @@ protected:
         Settings fresh;
         const Calculus::Scope inForce(fresh);
         fresh.reset();
-        fresh.simplifySmall = simplify;
+        fresh.limits.simplifySmall = simplify;
         prepareText(fresh, text);
         std::ostringstream out;
         writeHints(out, fresh, fresh, badOption);

@@ -17,15 +17,15 @@ protected:
     static constexpr int limit = 66;
 
     void prepare(const std::string& text) {
-        settings.setMaxOrder(limit + settings.zeroTerms);
+        limits.maxOrder = limit + limits.zeroTerms;
         // An eighth is exact, and so is all that is made of it here.
-        settings.setStep(0.125);
-        prepareText(settings, text);
-        taylor_ = std::make_unique<TaylorStep>(settings, settings.equations, GetParam());
-        resting_ = std::make_unique<RestingVariables>(settings.equations);
+        calculus.changeStep(0.125);
+        prepareText(*this, text);
+        taylor_ = std::make_unique<TaylorStep>(calculus, system.equations, GetParam());
+        resting_ = std::make_unique<RestingVariables>(system.equations);
         taylor_->evaluate();
         taylor_->accept();
-        settings.time = settings.step;
+        calculus.time = calculus.step;
     }
 
     /// The first variable that counts and is beyond the limit after a pass; empty when there is none.
@@ -73,7 +73,7 @@ TEST_P(Resting, IsNotOneWhoseTimeNodeMoved) {
     prepare("y' = t - t;");
     EXPECT_EQ(counting(), "") << "nobody asked for the value of the time nodes";
     real value = 0;
-    settings.equations.find("y")->rightHandSide()->Value(value);
+    system.equations.find("y")->rightHandSide()->Value(value);
     const Differential* culprit = nullptr;
     resting_->order(limit, &culprit);
     ASSERT_NE(culprit, nullptr);
@@ -83,7 +83,7 @@ TEST_P(Resting, IsNotOneWhoseTimeNodeMoved) {
 // Nothing feeds it, though m moves all the time.
 
 TEST_P(Resting, IsOneWhoseRightHandSideIsZeroAsLongAsItIs) {
-    settings.simplifySmall = false;
+    limits.simplifySmall = false;
     prepare(
         "a' = m*a; b' = b*m; c' = c/m; d' = m*(d + z); e' = m*(z - e); f' = m*(-f); g' = m*trunc(g); h' = m*0;"
         " i' = m*z; m = t + 1; z = 0;");
@@ -108,7 +108,7 @@ TEST_P(Resting, IsNotOneWithAFactorThatEndsOtherThanZero) { EXPECT_EQ(countingIn
 
 TEST_P(Resting, IsNotOneWithAFactorThatBeganOtherThanZero) {
     EXPECT_EQ(countingIn("y' = (c - c)*x; x = 1 - 8*t; c' = 0 & 1;"), "y");
-    EXPECT_EQ(settings.equations.find("x")->result(), 0) << "what the case is about";
+    EXPECT_EQ(system.equations.find("x")->result(), 0) << "what the case is about";
 }
 
 TEST_P(Resting, IsEveryoneInALoopThatNobodyFeeds) { EXPECT_EQ(countingIn("y' = m*z; z' = m*y; m = t + 1;"), ""); }
@@ -123,9 +123,9 @@ TEST_P(Resting, IsNotOneThatHadOtherTermsInAnEarlierPassOfThePoint) {
     prepare("y' = x*x; x' = 1;");
     EXPECT_EQ(counting(3), "y") << "terms 0, 0, 0, h^3/3";
     taylor_->repeat();
-    settings.changeStep(1e-2500L);
+    calculus.changeStep(1e-2500L);
     EXPECT_EQ(counting(3), "y") << "h^3 is zero now";
-    EXPECT_TRUE(settings.equations.find("y")->onlyZeroTerms());
+    EXPECT_TRUE(system.equations.find("y")->onlyZeroTerms());
     resting_->beginPoint();
     taylor_->repeat();
     EXPECT_EQ(counting(3), "") << "another point";

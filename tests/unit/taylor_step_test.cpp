@@ -14,37 +14,37 @@ namespace {
 class EvaluationPass : public NodeTest {};
 
 TEST_F(EvaluationPass, ComputesAlgebraicEquationsAlsoWhenTheyWereAskedForBefore) {
-    prepareText(settings, "y' = 0 & 2; x = y;");
-    Differential& x = *settings.equations.find("x");
+    prepareText(*this, "y' = 0 & 2; x = y;");
+    Differential& x = *system.equations.find("x");
     real value = 0;
     x.Value(value);
     EXPECT_EQ(value, 2);
-    settings.equations.find("y")->setInitialValue(5);
+    system.equations.find("y")->setInitialValue(5);
     x.Value(value);
     EXPECT_EQ(value, 2) << "the value of this point is kept";
 
-    TaylorStep(settings, settings.equations, Evaluation::Scheduled).evaluate();
+    TaylorStep(calculus, system.equations, Evaluation::Scheduled).evaluate();
 
     EXPECT_EQ(x.result(), 5);
-    EXPECT_FALSE(settings.forceRecompute);
+    EXPECT_FALSE(calculus.forceRecompute);
 }
 
 /// y after ten points of y' = -y, the stamps moved to `stamp` before the sixth.
 real decayedAcross(int stamp, Evaluation evaluation) {
     Settings settings;
     const Calculus::Scope scope(settings);
-    settings.reset();
-    prepareText(settings, "y' = -y & 1;");
-    TaylorStep step(settings, settings.equations, evaluation);
+    
+    prepareText(*this, "y' = -y & 1;");
+    TaylorStep step(calculus, system.equations, evaluation);
     for (int point = 0; point < 10; ++point) {
         if (point == 5) {
-            settings.stepStamp = stamp;
-            settings.prevStepStamp = stamp - 1;
+            calculus.stepStamp = stamp;
+            calculus.prevStepStamp = stamp - 1;
         }
         step.evaluate();
         step.accept();
     }
-    return settings.equations.find("y")->result();
+    return system.equations.find("y")->result();
 }
 
 TEST(Stamps, WrapWithoutHarm) {

@@ -12,8 +12,8 @@ namespace {
 class Graph : public NodeTest {
 protected:
     const TermGraph& of(const std::string& text) {
-        prepareText(settings, text);
-        graph_ = std::make_unique<TermGraph>(settings.equations);
+        prepareText(*this, text);
+        graph_ = std::make_unique<TermGraph>(system.equations);
         return *graph_;
     }
 

@@ -39,7 +39,7 @@ TEST_F(PrintedForms, NameEveryFunction) {
               "trunc([y]) ");
 }
 
-TEST_F(PrintedForms, OfPlaceholdersAreNames) { EXPECT_EQ(printed(new Equation("y%1", settings.equations)), "y%1"); }
+TEST_F(PrintedForms, OfPlaceholdersAreNames) { EXPECT_EQ(printed(new Equation("y%1", system.equations)), "y%1"); }
 
 TEST_F(PrintedForms, OfConstantsFollowTheStream) {
     EXPECT_EQ(printed(number(real{1} / 3)), "0.333333");
@@ -64,7 +64,7 @@ TEST_F(PrintedForms, OfEquationsAreWholeLines) {
 }
 
 TEST_F(PrintedForms, OfEquationsShowTheValueAtTheStartOfTheStep) {
-    settings.setStep(0.5);
+    calculus.changeStep(0.5);
     Differential* a = differential("a", number(1), 2);
     const Ref handle(a);
     nextStep();

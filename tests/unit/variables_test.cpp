@@ -20,8 +20,8 @@ TEST_F(Constants, AreMadeFromTextAtDoublePrecision) {
 }
 
 TEST_F(Constants, OfTheInputCarryDoublePrecision) {
-    prepareText(settings, "x = 0.1;");
-    EXPECT_EQ(settings.equations.find("x")->rightHandSide()->startValue(), static_cast<real>(0.1));
+    prepareText(*this, "x = 0.1;");
+    EXPECT_EQ(system.equations.find("x")->rightHandSide()->startValue(), static_cast<real>(0.1));
 }
 
 TEST_F(Constants, HaveOneTerm) {
@@ -43,12 +43,12 @@ TEST_F(TheTime, HasTheTermOneAndNotTheStep) {
 }
 
 TEST_F(TheTime, StartsAStepAtTheValueThatSomebodyAskedForBefore) {
-    settings.time = 3;
+    calculus.time = 3;
     nextStep();
     EXPECT_EQ(termOf(t, 0), 0);
     EXPECT_EQ(valueOf(t), 3);
     EXPECT_EQ(termOf(t, 0), 0);
-    settings.time = 4;
+    calculus.time = 4;
     nextStep();
     EXPECT_EQ(termOf(t, 0), 3);
     nextStep();
@@ -56,7 +56,7 @@ TEST_F(TheTime, StartsAStepAtTheValueThatSomebodyAskedForBefore) {
 }
 
 TEST_F(TheTime, DoesNotCareWhetherAStepIsRepeated) {
-    settings.time = 3;
+    calculus.time = 3;
     valueOf(t);
     repeatStep();
     EXPECT_EQ(termOf(t, 0), 3);
@@ -67,13 +67,13 @@ protected:
     /// A variable in the table, which breaks cycles in the end.
     Differential* variable(const Ref& rightHandSide, real start) {
         Differential* y = differential("y", rightHandSide, start);
-        settings.equations.enter(y);
+        system.equations.enter(y);
         return y;
     }
 
     /// Highest term used in the sum of the given right-hand side's series; h = 1.
     void sum(const std::vector<real>& rate) {
-        settings.setStep(1);
+        calculus.changeStep(1);
         made = variable(new Series(rate), 1);
         nextStep();
         value = valueOf(made);
@@ -115,95 +115,95 @@ TEST_F(Variables, ThatFollowTheTimeHaveAHalfStepAsSecondTerm) {
 
 TEST_F(Variables, UseTheStepInForce) {
     Differential* y = variable(number(3), 0);
-    settings.changeStep(1 / real{3});
+    calculus.changeStep(1 / real{3});
     EXPECT_EQ(terms(y, 2)[1], 3 * (1 / real{3}));
-    EXPECT_EQ(settings.stepTable[0], 0);
-    EXPECT_EQ(settings.stepTable[7], (1 / real{3}) / 7);
-    settings.setStep(0.1);
-    EXPECT_EQ(settings.stepTable[1], static_cast<real>(0.1));
+    EXPECT_EQ(calculus.stepTable[0], 0);
+    EXPECT_EQ(calculus.stepTable[7], (1 / real{3}) / 7);
+    calculus.changeStep(0.1);
+    EXPECT_EQ(calculus.stepTable[1], static_cast<real>(0.1));
 }
 
 TEST_F(Variables, StopTheirSumAfterTheWantedNegligibleTerms) {
-    settings.zeroTerms = 2;
+    limits.zeroTerms = 2;
     sum({1, 1, 1, 1, 1e-15L, -1e-15L, 1e6L, 1e6L});
     EXPECT_EQ(made->highestTerm(), 6);
-    EXPECT_EQ(settings.orderUsed, 5);
+    EXPECT_EQ(calculus.orderUsed, 5);
     EXPECT_EQ(made->ownOrder(), 5);
     EXPECT_EQ(value, expected);
     EXPECT_NE(1e-15L + value, value) << "the negligible terms would not show";
 }
 
 TEST_F(Variables, CountOnlyConsecutiveNegligibleTerms) {
-    settings.zeroTerms = 2;
+    limits.zeroTerms = 2;
     sum({1, 0, 1, 0, 1, 0, 0, 1e6L});
     EXPECT_EQ(made->highestTerm(), 7);
-    EXPECT_EQ(settings.orderUsed, 6);
+    EXPECT_EQ(calculus.orderUsed, 6);
     EXPECT_EQ(value, expected);
 }
 
 TEST_F(Variables, CompareTermsWithTheSumSoFarAndTheAccuracyStrictly) {
-    settings.accuracy = 0.25L;
-    settings.zeroTerms = 1;
+    limits.accuracy = 0.25L;
+    limits.zeroTerms = 1;
     // Term 2 is 1, the sum with it 4: a quarter is not greater. Term 3 is 0.75, the sum with it 4.75.
     sum({2, 2, 2.25L, 8, 8, 8});
     EXPECT_EQ(made->highestTerm(), 3);
-    EXPECT_EQ(settings.orderUsed, 3);
+    EXPECT_EQ(calculus.orderUsed, 3);
 }
 
 TEST_F(Variables, SumToTheFullOrderWhenAsked) {
-    settings.useAllTerms = true;
-    settings.zeroTerms = 2;
-    settings.setMaxOrder(10);
+    limits.useAllTerms = true;
+    limits.zeroTerms = 2;
+    limits.maxOrder = 10;
     const std::vector<real> rate{1, 1, 1, 1, 1e-15L, -1e-15L, 1e-15L, 1e-15L, 1e-15L, 1e6L};
     sum(rate);
     EXPECT_EQ(made->highestTerm(), 9);
-    EXPECT_EQ(settings.orderUsed, 8) << "only the last two terms count";
+    EXPECT_EQ(calculus.orderUsed, 8) << "only the last two terms count";
     EXPECT_EQ(value, expected);
 }
 
 TEST_F(Variables, KeepTheCountOfNegligibleTermsWhileTheyAreSkipped) {
-    settings.useAllTerms = true;
-    settings.zeroTerms = 3;
-    settings.setMaxOrder(10);
+    limits.useAllTerms = true;
+    limits.zeroTerms = 3;
+    limits.maxOrder = 10;
     // Terms up to 6 are skipped, 7 is negligible, 8 is not, 9 is.
     sum({1, 0, 0, 0, 0, 0, 0, 8, 0, 0});
-    EXPECT_EQ(settings.orderUsed, 9);
+    EXPECT_EQ(calculus.orderUsed, 9);
 }
 
 TEST_F(Variables, SumNothingWithoutTermsOrWithoutNegligibleTerms) {
-    settings.setMaxOrder(0);
+    limits.maxOrder = 0;
     sum({1, 1});
     EXPECT_EQ(value, 0);
-    EXPECT_EQ(settings.orderUsed, 0);
-    settings.setMaxOrder(34);
-    settings.zeroTerms = 0;
+    EXPECT_EQ(calculus.orderUsed, 0);
+    limits.maxOrder = 34;
+    limits.zeroTerms = 0;
     sum({1, 1});
     EXPECT_EQ(value, 0);
-    EXPECT_EQ(settings.orderUsed, 0);
+    EXPECT_EQ(calculus.orderUsed, 0);
 }
 
 TEST_F(Variables, UseTheFullOrderForZerosOnly) {
     Differential* y = variable(number(0), 0);
     nextStep();
     EXPECT_EQ(valueOf(y), 0);
-    EXPECT_EQ(settings.orderUsed, 34);
+    EXPECT_EQ(calculus.orderUsed, 34);
     EXPECT_TRUE(y->onlyZeroTerms());
 }
 
 TEST_F(Variables, NeverLowerTheOrderUsed) {
-    settings.orderUsed = 20;
+    calculus.orderUsed = 20;
     sum({1, 1, 0, 0, 0, 0, 0});
     EXPECT_EQ(made->ownOrder(), 3);
-    EXPECT_EQ(settings.orderUsed, 20);
+    EXPECT_EQ(calculus.orderUsed, 20);
 }
 
 TEST_F(Variables, StartAStepAtTheirLastValueUnlessItIsRepeated) {
-    settings.setStep(0.5);
+    calculus.changeStep(0.5);
     Differential* y = variable(number(1), 0);
     nextStep();
     EXPECT_EQ(valueOf(y), 0.5L);
     repeatStep();
-    settings.setStep(0.25);
+    calculus.changeStep(0.25);
     EXPECT_EQ(termOf(y, 0), 0);
     EXPECT_EQ(valueOf(y), 0.25L);
     EXPECT_EQ(y->startValue(), 0);
@@ -213,7 +213,7 @@ TEST_F(Variables, StartAStepAtTheirLastValueUnlessItIsRepeated) {
 }
 
 TEST_F(Variables, ReportTheTermBeforeTheLast) {
-    settings.zeroTerms = 2;
+    limits.zeroTerms = 2;
     int order = 5;
     real last = -1;
     Differential* fresh = differential("z", number(0), 0);
@@ -245,18 +245,18 @@ protected:
 };
 
 TEST_F(AlgebraicVariables, AreConstantOverAStepAndFollowOneStepBehind) {
-    settings.time = 2;
+    calculus.time = 2;
     EXPECT_EQ(terms(keep, 3), (std::vector<real>{0, 0, 0}));
     EXPECT_EQ(valueOf(keep), 3);
     EXPECT_EQ(terms(keep, 3), (std::vector<real>{0, 0, 0}));
-    settings.time = 7;
+    calculus.time = 7;
     nextStep();
     EXPECT_EQ(terms(keep, 3), (std::vector<real>{3, 0, 0}));
     EXPECT_EQ(valueOf(keep), 8);
 }
 
 TEST_F(AlgebraicVariables, KeepTheValueOfARejectedPoint) {
-    settings.time = 2;
+    calculus.time = 2;
     valueOf(keep);
     repeatStep();
     EXPECT_EQ(termOf(keep, 0), 3);
@@ -302,9 +302,9 @@ TEST_F(Selected, IsNoNameInTheListOfExcluded) {
 
 TEST_F(Selected, AreVariablesOfAllKinds) {
     settings.printList = "%1:x:y%1:";
-    prepareText(settings, "x = sin(t); y'' = 1;");
+    prepareText(*this, "x = sin(t); y'' = 1;");
     std::string flags;
-    for (const Differential& variable : settings.equations) {
+    for (const Differential& variable : system.equations) {
         flags += variable.name() + (variable.isSelected() ? "+ " : "- ");
     }
     EXPECT_EQ(flags, "%0- %1+ x+ y- y%1+ ");
@@ -314,18 +314,18 @@ class Names : public NodeTest {};
 
 TEST_F(Names, LeadHandlesToTheirVariables) {
     Differential* y = differential("y");
-    settings.equations.enter(y);
+    system.equations.enter(y);
     Ref handle = number(1);
-    settings.equations.redirect(handle, "y");
+    system.equations.redirect(handle, "y");
     EXPECT_EQ(handle, Ref(y));
-    EXPECT_EQ(settings.equations.find("z"), nullptr);
+    EXPECT_EQ(system.equations.find("z"), nullptr);
 }
 
 TEST_F(Names, ThatAreNotDefinedEndTheRun) {
     Ref handle = number(1);
-    EXPECT_EQ(endingOf([&] { settings.equations.redirect(handle, "q"); }),
+    EXPECT_EQ(endingOf([&] { system.equations.redirect(handle, "q"); }),
               (Ending{"#(ERR) Undefined reference to q equation\n", 1}));
-    EXPECT_EQ(endingOf([&] { settings.equations.resolve("q"); }),
+    EXPECT_EQ(endingOf([&] { system.equations.resolve("q"); }),
               (Ending{"\n#(ERR) Reference to undefined equation \"q\"\n", 1}));
 }
 
