@@ -74,10 +74,10 @@ public:
         /// Counts down before it counts up, and deletes last: `r = r` and `r = r->operand()` are safe.
         Ref& operator=(const Ref& other) {
             Expr* old = node_;
-            const bool isLast = countDown(old);
+            countDown(old);
             node_ = other.node_;
             acquire(node_);
-            if (isLast) destroy(old);
+            if (old->useCount_ == 0) destroy(old);
             return *this;
         }
         Ref& operator=(Ref&& other) noexcept {
