@@ -19,6 +19,7 @@ public:
         // The list grows while it is walked: nearest variables first.
         for (std::size_t i = 0; i < variables_.size() && found_.empty(); ++i) {
             const Differential& next = *variables_[i];
+            owner_ = &next;
             if (!std::isfinite(next.startValue())) {
                 judgeStart(next);
             } else {
@@ -45,7 +46,8 @@ private:
         const bool isDefined = variable.type() == ExprType::Algebraic;
         // The fault may lie further inside, in the operand or the definition; what these are made from is looked at
         // later then.
-        if (isFunction || isDefined) {
+        const bool isConstant = isDefined && variable.rightHandSide()->type() == ExprType::Number;
+        if (!isConstant && (isFunction || isDefined)) {
             const real inside = valueOf(isFunction ? *variable.origin()->operand(0) : *variable.rightHandSide());
             if (!found_.empty() || !std::isfinite(inside)) return;
         }
@@ -76,10 +78,15 @@ private:
         }
         const real value = operate(node);
         values_.emplace(&node, value);
+        if (node.type() == ExprType::Number && !std::isfinite(value)) found_ = std::string("a constant") + whatIs(value);
         // Sums and products are infinite when the solution has grown beyond all bounds: no fault of the formula.
         if (std::isfinite(value) || node.type() != ExprType::Divide) return;
         if (!std::isfinite(values_.at(node.operand(0))) || !std::isfinite(values_.at(node.operand(1)))) return;
-        found_ = "the quotient " + formulaText(node) + whatIs(value);
+        // The variables of a function are its own business: their quotients are its derivative.
+        const Expr& function = *owner_->origin();
+        const bool isOfFunction = function.type() != ExprType::Nothing;
+        found_ = (isOfFunction ? "the derivative of " + formulaText(function) : "the quotient " + formulaText(node)) +
+                 whatIs(value);
     }
 
     real operate(const Expr& node) const {
@@ -104,6 +111,8 @@ private:
 
     std::vector<const Differential*> variables_;
     std::unordered_map<const Expr*, real> values_;
+    /// Whose right-hand side is looked at.
+    const Differential* owner_ = nullptr;
     std::string found_;
 };
 

@@ -2,6 +2,7 @@
 // The kinds of remarks, one after the other.
 #include "classic/remarks.hpp"
 
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -11,7 +12,68 @@ namespace zirk {
 
 namespace {
 
-/// The first time node and the first algebraic name that derivative equations use, with the equation.
+/// Zero as it is written: a variable with such a rate stays where it is.
+bool isWrittenZero(const Expr& node, int depth = 0) {
+    constexpr int deepest = 20;
+    if (depth > deepest) return false;
+    const auto isZero = [&](int i) { return isWrittenZero(*node.operand(i), depth + 1); };
+    switch (node.type()) {
+        case ExprType::Number:
+            return node.startValue() == 0;
+        case ExprType::Multiply:
+            return isZero(0) || isZero(1);
+        case ExprType::Plus:
+        case ExprType::Minus:
+            return isZero(0) && isZero(1);
+        case ExprType::Divide:
+        case ExprType::UnMinus:
+            return isZero(0);
+        default:
+            return false;
+    }
+}
+
+/// Which nodes have values that change: time, variables with a rate, and whatever is made from them.
+class Moving {
+public:
+    bool contains(const Expr& node) {
+        std::vector<Frame> stack{{&node, 0}};
+        while (!stack.empty()) {
+            Frame& top = stack.back();
+            const Expr& at = *top.node;
+            // Taken for standing still while it is looked at: a loop of definitions adds nothing of its own.
+            if (top.next == 0 && !moves_.emplace(&at, movesByItself(at)).second) {
+                stack.pop_back();
+                continue;
+            }
+            const Expr* source = at.type() == ExprType::Differential ? nullptr : at.source(top.next);
+            if (top.next > 0 && moves_[at.source(top.next - 1)]) moves_[&at] = true;
+            ++top.next;
+            if (source != nullptr) {
+                stack.push_back({source, 0});
+            } else {
+                stack.pop_back();
+            }
+        }
+        return moves_[&node];
+    }
+
+private:
+    struct Frame {
+        const Expr* node;
+        int next;
+    };
+
+    static bool movesByItself(const Expr& node) {
+        if (node.type() == ExprType::Time) return true;
+        return node.type() == ExprType::Differential &&
+               !isWrittenZero(*static_cast<const Differential&>(node).rightHandSide());
+    }
+
+    std::unordered_map<const Expr*, bool> moves_;
+};
+
+/// The first time node and the first moving algebraic name that derivative equations use, with the equation.
 class Uses {
 public:
     explicit Uses(const EquationTable& equations) {
@@ -32,7 +94,7 @@ private:
             pending_.pop_back();
             if (!seen_.insert(node).second) continue;
             if (node->type() == ExprType::Time && ofTime == nullptr) ofTime = &variable;
-            if (node->type() == ExprType::Algebraic && ofAlgebraic == nullptr && canMove(*node)) {
+            if (node->type() == ExprType::Algebraic && ofAlgebraic == nullptr && moving_.contains(*node)) {
                 ofAlgebraic = &variable;
                 algebraic = static_cast<const Differential*>(node);
             }
@@ -40,23 +102,29 @@ private:
         }
     }
 
-    /// A definition made of constants only holds at every time.
-    static bool canMove(const Expr& algebraic) {
-        std::unordered_set<const Expr*> seen;
-        std::vector<const Expr*> pending{&algebraic};
-        while (!pending.empty()) {
-            const Expr* node = pending.back();
-            pending.pop_back();
-            if (!seen.insert(node).second) continue;
-            if (node->type() == ExprType::Time || node->type() == ExprType::Differential) return true;
-            for (int i = 0; node->source(i) != nullptr; ++i) pending.push_back(node->source(i));
-        }
-        return false;
-    }
-
+    Moving moving_;
     std::unordered_set<const Expr*> seen_;
     std::vector<const Expr*> pending_;
 };
+
+/// Whether a definition, or one that it names, has a time node or a truncation in it: then it is no good elsewhere.
+bool isStepped(const Expr& definition) {
+    std::unordered_set<const Expr*> seen;
+    std::vector<const Expr*> pending{&definition};
+    while (!pending.empty()) {
+        const Expr* node = pending.back();
+        pending.pop_back();
+        if (!seen.insert(node).second || node->type() == ExprType::Differential) continue;
+        if (node->type() == ExprType::Time || node->type() == ExprType::Trunc) return true;
+        for (int i = 0; node->source(i) != nullptr; ++i) pending.push_back(node->source(i));
+    }
+    return false;
+}
+
+std::string aboutStart(const std::string& name, const Differential* variable) {
+    const std::string text = "the start value of \"" + writtenName(name) + "\" sets nothing: ";
+    return text + (variable == nullptr ? "there is no such variable" : "it is computed from others");
+}
 
 }  // namespace
 
@@ -70,15 +138,18 @@ std::vector<std::string> remarksOn(const Calculus& calculus, const EquationSyste
     if (!calculus.remarks.function.empty()) remarks.push_back(calculus.remarks.function);
     if (uses.ofAlgebraic != nullptr) {
         remarks.push_back('"' + uses.algebraic->name() + "\" lags one step behind in the equation of " +
-                          describe(*uses.ofAlgebraic) + ": write its formula there instead of its name");
+                          describe(*uses.ofAlgebraic) +
+                          (isStepped(*uses.algebraic) ? ": take short steps of one size, -f 1 -s 0.001"
+                                                      : ": write its formula there instead of its name"));
     }
     if (!calculus.remarks.constant.empty()) {
         remarks.push_back(calculus.remarks.constant + ", within the accuracy: -i 0 or a smaller -a keeps it");
     }
     if (system.hasOtherStartTime) remarks.emplace_back("all start values belong to time 0, whatever time is written");
     for (const auto& start : system.initialValues) {
-        if (system.equations.find(start.first) != nullptr) continue;
-        remarks.push_back("the start value of \"" + start.first + "\" sets nothing: there is no such variable");
+        const Differential* variable = system.equations.find(start.first);
+        if (variable != nullptr && variable->type() != ExprType::Algebraic) continue;
+        remarks.push_back(aboutStart(start.first, variable));
         break;
     }
     return remarks;

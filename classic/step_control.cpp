@@ -108,7 +108,9 @@ std::string StepControl::reason() const {
     if (obstacle_.variable == RestingVariables::nobody) return "";
     const Differential& variable = *equations_.list()[obstacle_.variable];
     const std::string maker = firstNotFinite(variable);
-    if (maker.find(describe(variable)) != std::string::npos) return ": " + maker;
+    const Expr& origin = *variable.origin();
+    const bool isFunction = origin.type() != ExprType::Nothing;
+    if (isFunction && maker.find(formulaText(origin)) != std::string::npos) return ": " + maker;
     const std::string text = ": " + describe(variable) + " does not converge";
     if (!maker.empty()) return text + ": " + maker;
     const bool noneSeen = obstacle_.firstTerm == 0 && variable.startValue() == 0;
@@ -125,7 +127,7 @@ void StepControl::checkMotion(real acceptedTime) {
     if (!standstill_.lasts(acceptedTime, options_.tMax)) return;
     const bool isKnown = obstacle_.variable != RestingVariables::nobody;
     const std::string why = isKnown ? ": " + describe(*equations_.list()[obstacle_.variable]) + " needs smaller and smaller steps"
-                                    : ": the step is too small for the time";
+                                    : ": the step is too small for the time or the end time";
     failStuck(acceptedTime, " after " + std::to_string(Standstill::mostPasses) + " passes", why);
 }
 

@@ -27,10 +27,15 @@ std::string optionString() {
     return letters + "hv";
 }
 
-/// Whether nothing but a number is there.
-bool isNumber(const char* text) {
+/// Whether nothing but what the option wants is there.
+bool isWanted(SettingRow::Value wanted, const char* text) {
     char* end = nullptr;
-    std::strtod(text, &end);
+    if (wanted == SettingRow::Value::Text) return true;
+    if (wanted == SettingRow::Value::Integer) {
+        (void)std::strtol(text, &end, 10);
+    } else {
+        (void)std::strtod(text, &end);
+    }
     return end != text && *end == '\0';
 }
 
@@ -55,8 +60,11 @@ std::unique_ptr<std::istream> openInput(const char* name) {
 
 void applyOption(int letter, const char* argument, Settings& settings, Output& output, CommandLine& commandLine) {
     if (const SettingRow* row = findOption(static_cast<char>(letter))) {
-        if (row->value == SettingRow::Value::Number && commandLine.badNumber.empty() && !isNumber(argument)) {
-            commandLine.badNumber = std::string("-") + row->letter + ' ' + argument;
+        if (commandLine.badValue.empty() && !isWanted(row->value, argument)) {
+            const bool isInteger = row->value == SettingRow::Value::Integer;
+            commandLine.badValue = std::string("-") + row->letter + ' ' + argument +
+                                   (isInteger ? ": the value is no integer, or not only an integer"
+                                              : ": the value is no number, or not only a number");
         }
         return row->apply(settings, argument);
     }

@@ -17,8 +17,8 @@ struct CommandLine {
     bool solve = true;
     /// The equations: the named file or standard input.
     std::unique_ptr<std::istream> input;
-    /// The first option whose value is not a number though it should be: "-t abc". It was read as far as it goes.
-    std::string badNumber;
+    /// What is wrong with the first value that is not of its kind and was read as far as it goes; empty when all are.
+    std::string badValue;
 };
 
 /// Reads options into the settings and opens the input. Error of status 1 for a bad option (its text is the usage)

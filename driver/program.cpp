@@ -58,7 +58,7 @@ int runSteps(int argc, char** argv, Output& output, Evaluation evaluation) {
     log << "#(INFO) Initializing values\n";
     Run run(settings, output, model, evaluation);
     if (settings.dumpTree) run.dumpTree();
-    if (isatty(STDERR_FILENO) != 0) run.writeHints(commandLine.badNumber);
+    if (isatty(STDERR_FILENO) != 0) run.writeHints(commandLine.badValue);
     run.solve();
     return 0;
 }

@@ -29,9 +29,7 @@ void Run::dumpTree() {
 }
 
 void Run::writeHints(const std::string& badOption) {
-    if (!badOption.empty()) {
-        log_ << "#(HINT) " << badOption << ": the value is no number, or not only a number" << endOfLine;
-    }
+    if (!badOption.empty()) log_ << "#(HINT) " << badOption << endOfLine;
     for (const std::string& remark : integrator_.remarks()) log_ << "#(HINT) " << remark << endOfLine;
 }
 

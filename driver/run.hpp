@@ -22,7 +22,8 @@ public:
     /// All equations as they are solved.
     void dumpTree();
 
-    /// What will not be what it seems, a line for each kind of thing; `badOption`: "-t abc", or empty.
+    /// What will not be what it seems, a line for each kind of thing; `badOption`: what is wrong with a value,
+    /// or empty.
     void writeHints(const std::string& badOption);
 
     /// The whole run: begin, passes until there is nothing left, end.

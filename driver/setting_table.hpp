@@ -12,7 +12,8 @@ namespace zirk {
 
 /// One setting.
 struct SettingRow {
-    enum class Value { Number, Text };
+    /// What the option wants; flags are integers.
+    enum class Value { Integer, Real, Text };
 
     /// Of the option; 0 where there is none.
     char letter;

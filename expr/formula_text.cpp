@@ -89,13 +89,7 @@ private:
 
     void writeVariable(const Differential& variable, int depth) {
         if (variable.origin()->type() != ExprType::Nothing) return write(*variable.origin(), depth + 1);
-        const std::string& name = variable.name();
-        const std::size_t percent = name.find('%', 1);
-        text_ += name.substr(0, percent);
-        if (percent == std::string::npos) return;
-        const std::string order = name.substr(percent + 1);
-        text_ += order.size() == 1 && order[0] <= '3' ? std::string(static_cast<std::size_t>(order[0] - '0'), '\'')
-                                                      : "'" + order;
+        text_ += writtenName(variable.name());
     }
 
     void writeLeaf(const Expr& node) {
@@ -113,6 +107,15 @@ std::string formulaText(const Expr& formula) {
     Writer writer;
     writer.write(formula);
     return writer.text();
+}
+
+std::string writtenName(const std::string& name) {
+    const std::size_t percent = name.find('%', 1);
+    if (percent == std::string::npos) return name;
+    const std::string order = name.substr(percent + 1);
+    const bool isShort = order.size() == 1 && order[0] <= '3';
+    return name.substr(0, percent) +
+           (isShort ? std::string(static_cast<std::size_t>(order[0] - '0'), '\'') : "'" + order);
 }
 
 std::string describe(const Differential& variable) {

@@ -12,6 +12,9 @@ namespace zirk {
 /// as that function. What is long or nested deeply is cut short with "...".
 std::string formulaText(const Expr& formula);
 
+/// A name as its author writes it: "y''" for "y%2".
+std::string writtenName(const std::string& name);
+
 /// How a message names a variable: `variable "y%1"`, or the function that it stands for, `function sqrt(x)`.
 std::string describe(const Differential& variable);
 
