@@ -111,6 +111,18 @@ TEST(ParseErrorTest, TellsTheLastOfSeveralMessages) {
     }
 }
 
+TEST(ParseErrorTest, IsNotWhatADerivativeOfTooHighAnOrderEndsWith) {
+    try {
+        Model::fromText("y(1) = 2;\ny'1000001 = 1;");
+        ADD_FAILURE() << "accepted";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.text(),
+                  "#(ERR) ERROR: Start condition must be defined for zero, not for other value \"1\" at line #1\n"
+                  "#(ERR) Derivative 1000001 of \"y\" is beyond the limit of 1000000\n");
+        EXPECT_EQ(error.status(), 1);
+    }
+}
+
 TEST(RunErrorTest, KnowsTheTimeThatWasReached) {
     // From x = 1 on the right-hand side is not finite, whatever the step.
     ClassicOptions options;
