@@ -78,23 +78,25 @@ TEST(ModelTest, BeginsEveryRunAfresh) {
 }
 
 TEST(ModelTest, GivesOtherLimitsTheBitsOfAModelThatWasReadForThem) {
-    const std::string text = "y' = -y*1.0000000001 + 1e-8*t & 1; z' = y & 1;";
-    const Model model = Model::fromText(text);
-    ClassicOptions fine;
-    fine.limits.accuracy = 1e-18L;
-    fine.limits.setOrder(20);
-    ClassicOptions coarse;
-    coarse.limits.accuracy = 1e-3L;
-    ClassicOptions kept;
-    kept.limits.accuracy = 1e-3L;
-    kept.limits.simplifySmall = false;
+    // The factor becomes 1 and the summand vanishes where constants that near are folded.
+    const std::string text = "y' = -y*1.00000000001 + 1e-11*t & 1; z' = y & 1;";
+    ClassicOptions shorter;
+    shorter.limits.setOrder(3);
+    ClassicOptions exact;
+    exact.limits.simplifySmall = false;
+    ClassicOptions finer;
+    finer.limits.accuracy = 1e-12L;
     std::vector<std::vector<std::vector<real>>> courses;
-    for (const ClassicOptions& options : {fine, coarse, kept, ClassicOptions()}) {
-        courses.push_back(courseOf(ClassicIntegrator(model, options)));
-        EXPECT_EQ(courses.back(), courseOf(ClassicIntegrator(Model::fromText(text, options.limits), options)));
+    for (const ClassicOptions& options : {ClassicOptions(), shorter, exact, finer}) {
+        const Model model = Model::fromText(text);
+        courses.push_back(courseOf(ClassicIntegrator(Model::fromText(text, options.limits), options)));
+        EXPECT_EQ(courseOf(ClassicIntegrator(model, options)), courses.back());
+        EXPECT_EQ(courseOf(ClassicIntegrator(model, options)), courses.back()) << "once more";
+        EXPECT_EQ(courseOf(ClassicIntegrator(model)), courses.front()) << "with the limits of the model";
     }
-    // The coarse accuracy folds the factor to 1 and the summand away, which only shows where folding is allowed.
-    for (std::size_t i = 1; i < courses.size(); ++i) EXPECT_NE(courses[i - 1], courses[i]) << i;
+    for (std::size_t i = 0; i < courses.size(); ++i) {
+        for (std::size_t j = 0; j < i; ++j) EXPECT_NE(courses[i], courses[j]) << i << ' ' << j;
+    }
 }
 
 TEST(ModelTest, TellsWhereANameIsNotDefined) {
@@ -169,18 +171,42 @@ TEST(ClassicIntegratorTest, GivesTheTermsOfTheStepThatLedToThePoint) {
     }
 }
 
-TEST(ClassicIntegratorTest, StaysAtItsEnd) {
-    ClassicIntegrator run(Model::fromText(pendulum));
-    while (run.next() != Pass::End) {
+TEST(ClassicIntegratorTest, StaysAtItsEndWhateverEndedIt) {
+    ClassicOptions untilSteady;
+    untilSteady.limits.steadyStop = 3;
+    untilSteady.fixedStep = true;
+    ClassicOptions untilPeriod;
+    untilPeriod.tMax = 100;
+    untilPeriod.fixedStep = true;
+    untilPeriod.step = 1;
+    untilPeriod.limits.simplifySmall = false;
+    untilPeriod.period.periodicName = "x";
+    untilPeriod.period.periodicCount = 1;
+    struct {
+        const char* text;
+        ClassicOptions options;
+        real end;
+    } const cases[] = {
+        {pendulum, {}, 1},
+        // Nothing moves at the three points behind the first.
+        {"y' = 0 & 1;", untilSteady, 0.3L},
+        // Two values near the accuracy take turns, and both have come back at the fourth point.
+        {"s'' = -pi*pi*s & 1; x = 1e-10*(0.8 + 0.7*s);", untilPeriod, 3},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.text);
+        ClassicIntegrator run(Model::fromText(c.text), c.options);
+        while (run.next() != Pass::End) {
+        }
+        EXPECT_LT(std::fabs(run.time() - c.end), 1e-9L);
+        const std::vector<real> last = pointOf(run);
+        const int pass = run.pass();
+        const long long points = run.statistics().points;
+        for (int i = 0; i < 5; ++i) EXPECT_EQ(run.next(), Pass::End);
+        EXPECT_EQ(pointOf(run), last);
+        EXPECT_EQ(run.pass(), pass);
+        EXPECT_EQ(run.statistics().points, points);
     }
-    const std::vector<real> last = pointOf(run);
-    const int pass = run.pass();
-    const ClassicStatistics statistics = run.statistics();
-    for (int i = 0; i < 3; ++i) EXPECT_EQ(run.next(), Pass::End);
-    EXPECT_EQ(pointOf(run), last);
-    EXPECT_EQ(run.pass(), pass);
-    EXPECT_EQ(run.statistics().points, statistics.points);
-    EXPECT_EQ(run.time(), 1);
 }
 
 /// Counts what a run decides.
