@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Scanner and parser: any bytes become tables or an error.
-#include <algorithm>
-
 #include "lang/compiler.hpp"
 #include "lang/model_content.hpp"
 #include "tests/fuzz/harness.hpp"
@@ -47,7 +45,8 @@ Reading read(const std::string& text) {
 }
 
 /// The token stands where the error says, in the part before a NUL byte.
-bool pointsAtToken(const Reading& reading, const std::string& text) {
+bool pointsAtToken(const Reading& reading, const std::string& all) {
+    const std::string text = all.substr(0, all.find('\0'));
     if (reading.line < 1 || reading.column < 1) return false;
     std::size_t begin = 0;
     for (int line = 1; line < reading.line; ++line) {
@@ -57,8 +56,8 @@ bool pointsAtToken(const Reading& reading, const std::string& text) {
         begin = newline + 1;
     }
     const std::size_t at = begin + static_cast<std::size_t>(reading.column) - 1;
-    if (reading.token.empty()) return at == std::min(text.size(), text.find('\0'));
-    return text.compare(at, reading.token.size(), reading.token) == 0;
+    if (reading.token.empty()) return at == text.size();
+    return at <= text.size() && text.compare(at, reading.token.size(), reading.token) == 0;
 }
 
 }  // namespace
