@@ -56,8 +56,8 @@ void Compiler::equation(const std::string& name, int order, const Expr::Ref& rig
         return;
     }
     if (order > maxDerivative) {
-        throw Error("#(ERR) Derivative " + std::to_string(order) + " of \"" + name + "\" is beyond the limit of " +
-                        std::to_string(maxDerivative) + "\n",
+        throw Error(messages_ + "#(ERR) Derivative " + std::to_string(order) + " of \"" + name +
+                        "\" is beyond the limit of " + std::to_string(maxDerivative) + "\n",
                     1);
     }
     for (int k = 1; k < order; ++k) {

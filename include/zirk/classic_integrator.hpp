@@ -94,7 +94,7 @@ public:
     std::size_t index(const std::string& name) const;
     const real& value(std::size_t variable) const;
     real value(const std::string& name) const { return value(index(name)); }
-    /// Index of the last Taylor term of the step that led to this point; -1 for definitions, and at time 0.
+    /// Index of the last Taylor term of the step that led to this point; -1 for definitions, 0 at time 0.
     int highestTerm(std::size_t variable) const;
     /// Term k, h^k y^(k) / k!, of the step that led to this point.
     real term(std::size_t variable, int k) const;

@@ -8,12 +8,11 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <sstream>
+#include <memory>
 
+#include "classic/classic_run.hpp"
 #include "driver/run.hpp"
-#include "expand/expansion.hpp"
 #include "lang/compiler.hpp"
-#include "text/line.hpp"
 #include "zirk/error.hpp"
 
 using namespace zirk;
@@ -57,6 +56,14 @@ std::streambuf::int_type LimitedText::overflow(std::streambuf::int_type characte
     return character;
 }
 
+Model::Source sourceOf(std::string_view text) {
+    return [text, at = std::size_t{0}](char* buffer, std::size_t size) mutable {
+        const std::size_t count = text.copy(buffer, size, at);
+        at += count;
+        return count;
+    };
+}
+
 bool makesManyVariables(const std::string& text) {
     constexpr long limit = 1000000;
     constexpr long affordable = 1000;
@@ -69,15 +76,19 @@ bool makesManyVariables(const std::string& text) {
 }
 
 void bound(Settings& settings, const Bounds& bounds) {
-    settings.setMaxOrder(std::min(settings.maxOrder, bounds.terms));
-    settings.printPrecision = std::min(settings.printPrecision, bounds.digits);
-    settings.printWidth = std::min(settings.printWidth, bounds.digits);
+    SeriesLimits& limits = settings.classic.limits;
+    limits.maxOrder = std::min(limits.maxOrder, bounds.terms);
+    settings.numbers.printPrecision = std::min(settings.numbers.printPrecision, bounds.digits);
+    settings.numbers.printWidth = std::min(settings.numbers.printWidth, bounds.digits);
 }
 
 namespace {
 
 constexpr std::size_t mostVariables = 200;
 constexpr int mostPasses = 10;
+
+const std::string goesOn = "goes on";
+const std::string ended = "has ended";
 
 /// All that a run shows, and what its variables hold after every pass.
 struct Course {
@@ -94,46 +105,94 @@ void appendBytes(std::string& text, const Number& number, std::size_t count = si
 /// Ten bytes hold an extended number; the rest is padding.
 void appendReal(std::string& text, real x) { appendBytes(text, x, 10); }
 
-void appendState(std::string& text, const Settings& settings) {
-    appendReal(text, settings.time);
-    appendReal(text, settings.step);
-    appendBytes(text, settings.orderUsed);
-    for (const Differential& variable : settings.equations) {
-        for (const int count : {variable.termStamp(), variable.resultStamp(), variable.highestTerm(),
-                                variable.ownOrder(), int{variable.onlyZeroTerms()}, int{variable.isSteady()}}) {
-            appendBytes(text, count);
-        }
-        appendReal(text, variable.startValue());
-        appendReal(text, variable.result());
-        for (int k = 0; k <= variable.highestTerm(); ++k) appendReal(text, variable.term(k));
+/// What an integrator shows of its last pass.
+void appendView(std::string& text, const ClassicIntegrator& run) {
+    for (const real x : {run.time(), run.previousTime(), run.step()}) appendReal(text, x);
+    for (const int count : {run.order(), run.pass(), int{run.isLastStep()}}) appendBytes(text, count);
+    for (const long long count : {run.statistics().points, run.statistics().rejected}) appendBytes(text, count);
+    const StiffnessTest& test = run.stiffness();
+    for (const int number : {int{test.isStiff}, test.largestExponent, test.smallestExponent, test.difference}) {
+        appendBytes(text, number);
+    }
+    text.append(test.largestName).append(test.smallestName);
+    for (std::size_t i = 0; i < run.size(); ++i) {
+        appendReal(text, run.value(i));
+        appendBytes(text, run.highestTerm(i));
+        for (const real& term : run.terms(i)) appendReal(text, term);
     }
 }
 
-void solve(Settings& settings, Output& output, Evaluation evaluation, const std::string& text, Course& course) {
-    std::istringstream input(text);
-    LimitedText log;
-    const int result = Compiler(input, log, settings, settings, settings).compile();
-    course.output += log.text();
-    if (result != 0) return;
-    if (settings.equations.size() > mostVariables) return;
-    Expansion(settings, settings, settings).prepare();
-    if (settings.equations.size() > mostVariables) return;
+/// What the variables hold besides that: where the next step begins, and what the rules ask them for.
+void appendVariables(std::string& text, const EquationTable& equations) {
+    for (const Differential& variable : equations) {
+        appendReal(text, variable.startValue());
+        for (const int count :
+             {variable.resultStamp(), variable.ownOrder(), int{variable.onlyZeroTerms()}, int{variable.isSteady()}}) {
+            appendBytes(text, count);
+        }
+    }
+}
+
+void requireSame(const ClassicIntegrator& run, ClassicRun& bare) {
+    bool isSame = sameValue(run.time(), bare.calculus().time) && sameValue(run.step(), bare.calculus().step) &&
+                  run.order() == bare.calculus().orderUsed;
+    for (std::size_t i = 0; i < run.size(); ++i) {
+        isSame = isSame && sameValue(run.value(i), bare.equations().list()[i]->result());
+        isSame = isSame && run.highestTerm(i) == bare.taylor().highestTerm(i);
+        for (int k = 0; isSame && k <= run.highestTerm(i); ++k) {
+            isSame = sameValue(run.term(i, k), bare.taylor().term(i, k));
+        }
+    }
+    require(isSame, "two runs of one text compute the same bits");
+}
+
+/// What comes of a pass; an error by its text.
+template <class Next>
+std::string outcomeOf(Next next) {
+    try {
+        return next() ? goesOn : ended;
+    } catch (const RunError& error) {
+        return error.text();
+    }
+}
+
+/// Equations for a run whose variables can be looked at.
+std::unique_ptr<CompiledSystem> compiled(const std::string& text, const SeriesLimits& limits) {
+    auto result = std::make_unique<CompiledSystem>(limits, real{0});
+    const Calculus::Scope scope(result->calculus);
+    Compiler(sourceOf(text), result->system).compile();
+    return result;
+}
+
+/// Two runs of one text take turns: that of the command, and one without anybody around it.
+void solve(const Settings& settings, Output& output, Evaluation evaluation, const std::string& text, Course& course) {
+    const Model model = Model::fromText(text, settings.classic.limits);
+    course.output += model.messages();
+    if (model.names().size() > mostVariables) return;
+    Run run(settings, output, model, evaluation);
+    ClassicIntegrator& integrator = run.integrator();
+    if (integrator.size() > mostVariables) return;
+    ClassicRun bare(compiled(text, settings.classic.limits), settings.classic, nullptr, evaluation);
     LimitedText dump;
     try {
-        for (const Differential& variable : settings.equations) variable.TreeDump(dump);
+        for (const Differential& variable : bare.equations()) variable.TreeDump(dump);
     } catch (const LimitedText::TooMuch&) {
         // Long, but not wrong.
     }
     course.output += dump.text();
 
-    Run run(settings, output, evaluation);
     run.begin();
-    bool goesOn = true;
-    for (int pass = 0; goesOn && pass < mostPasses; ++pass) {
-        goesOn = run.pass();
-        appendState(course.state, settings);
+    std::string outcome = goesOn;
+    for (int pass = 0; outcome == goesOn && pass < mostPasses; ++pass) {
+        outcome = outcomeOf([&] { return run.pass(); });
+        const std::string other = outcomeOf([&] { return bare.next() != ClassicIntegrator::Pass::End; });
+        require(outcome == other, "two runs of one text fare alike: " + outcome + " and " + other);
+        requireSame(integrator, bare);
+        appendView(course.state, integrator);
+        appendVariables(course.state, bare.equations());
     }
-    if (!goesOn) run.end();
+    if (outcome == ended) return run.end();
+    if (outcome != goesOn) throw RunError(outcome, integrator.previousTime());
 }
 
 Course courseOf(const std::function<void(Settings&, Output&)>& configure, const std::string& text,
@@ -141,13 +200,8 @@ Course courseOf(const std::function<void(Settings&, Output&)>& configure, const 
     Course course;
     const MemoryFile file;
     Output output(file.descriptor(), file.descriptor());
-    if (evaluation == Evaluation::NodeByNode) {
-        insertPieceByPiece(output.results());
-        insertPieceByPiece(output.log());
-    }
     try {
         Settings settings;
-        const Calculus::Scope scope(settings);
         settings.reset();
         configure(settings, output);
         solve(settings, output, evaluation, text, course);

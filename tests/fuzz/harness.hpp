@@ -8,9 +8,11 @@
 #include <ostream>
 #include <streambuf>
 #include <string>
+#include <string_view>
 
 #include "driver/output.hpp"
 #include "driver/settings.hpp"
+#include "zirk/model.hpp"
 
 using namespace zirk;
 
@@ -58,6 +60,9 @@ private:
 /// beyond the language's own limit is not among them: it is an error at once.
 bool makesManyVariables(const std::string& text);
 
+/// Gives a text piece by piece; the text must stay as long as the source is asked.
+Model::Source sourceOf(std::string_view text);
+
 /// Bounds for what only costs time or memory: the number of terms, and the length of printed numbers.
 struct Bounds {
     int terms = 40;
@@ -66,6 +71,6 @@ struct Bounds {
 void bound(Settings& settings, const Bounds& bounds);
 
 /// Compiles, prepares and solves a text for a few points, once by the nodes and once by the schedule, and requires the
-/// same bytes, the same terms and the same end of both. `configure` makes the settings of a run; a Error ends the
-/// run.
+/// same bytes, the same values and terms after every pass and the same end of both; each of them twice, side by side.
+/// `configure` makes the settings of a run; an Error ends the run.
 void solveBothWays(const std::function<void(Settings&, Output&)>& configure, const std::string& text);

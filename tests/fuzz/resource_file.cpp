@@ -22,7 +22,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     file.write(text);
     std::ostringstream log;
     Settings settings;
-    const Calculus::Scope scope(settings);
     settings.reset();
     readResourceFile(file.path(), settings, log);
     // The defaults that the usage shows are the settings just made.
@@ -39,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     // A later line wins, whatever came before it.
     applyResourceLine("TMAX = 7", 1, settings, log);
     applyResourceLine("PRINTORD = 0", 2, settings, log);
-    require(settings.tMax == 7 && !settings.printOrderColumn, "a later line wins");
+    require(settings.classic.tMax == 7 && !settings.layout.printOrderColumn, "a later line wins");
 
     const auto configure = [&file](Settings& s, Output& output) {
         readResourceFile(file.path(), s, output.log());

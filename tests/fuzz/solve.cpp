@@ -32,7 +32,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     if (size > longest || makesManyVariables(text)) return 0;
     const auto configure = [&text](Settings& settings, Output& output) {
         // As many digits as tell any two numbers apart.
-        settings.printPrecision = 21;
+        settings.numbers.printPrecision = 21;
         if (text.compare(0, 2, "//") == 0) applyWords(text.substr(2, text.find('\n') - 2), settings, output);
         bound(settings, {});
     };

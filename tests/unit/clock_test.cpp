@@ -98,14 +98,10 @@ TEST(RunClock, OfARunCoversItsPassesAndNothingElse) {
     const std::string path = testing::TempDir() + "times-of-a-run";
     const int descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC, 0600);
     ASSERT_GE(descriptor, 0);
-    Settings s;
-    s.reset();
-    const Calculus::Scope scope(s);
-    s.equations.enter(new Differential("y", Expr::Ref(new Number(1)), 2));
-    s.setStep(0.5);
+    const Settings settings;
     {
         Output output(descriptor, descriptor);
-        ::Run run(s, output, Evaluation::Scheduled);
+        ::Run run(settings, output, Model::fromText("y' = 1 & 2;"), Evaluation::Scheduled);
         spend(50000);
         const long beforeBegin = userTime();
         run.begin();

@@ -8,6 +8,8 @@
 #include <limits>
 #include <random>
 
+#include "expr/real.hpp"
+
 using namespace zirk;
 
 namespace {

@@ -27,7 +27,7 @@ TEST(Output, WaitsForANonBlockingPipe) {
             if (count > 0) read.append(buffer, static_cast<std::size_t>(count));
         }
     });
-    Output output(ends[1], STDERR_FILENO, Delivery::Collected);
+    Output output(ends[1], STDERR_FILENO);
     for (int i = 0; i < rows; ++i) output.results() << row << '\n';
     output.flush();
     reader.join();

@@ -41,6 +41,8 @@ TEST(Flag, IsTrueExactlyForOne) {
     EXPECT_FALSE(flagFromText("true"));
 }
 
+TEST(Pi, IsTheNearestExtendedNumber) { EXPECT_EQ(pi, 0xc.90fdaa22168c235p-2L); }
+
 TEST(SameValue, TellsZerosApartAndTakesNotANumbersTogether) {
     EXPECT_TRUE(sameValue(0.0L, 0.0L));
     EXPECT_FALSE(sameValue(0.0L, -0.0L));

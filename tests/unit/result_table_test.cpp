@@ -4,58 +4,70 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
+#include <memory>
 #include <sstream>
 
 using namespace zirk;
 
 namespace {
 
+/// A run of a text, and the table of it.
 class ResultTableTest : public testing::Test {
 protected:
-    void enter(const std::string& name, real value, bool selected = true) {
-        auto* variable = new Differential(name, Expr::Ref(new Number(0)), value);
-        variable->select(selected);
-        equations_.enter(variable);
+    void model(const std::string& text, const ClassicOptions& options = {}) {
+        run_ = std::make_unique<ClassicIntegrator>(Model::fromText(text), options);
+        makeTable(false);
+    }
+
+    void makeTable(bool showsSeries) {
+        table_ = std::make_unique<ResultTable>(out_, *run_, layout_, selection_, numbers_, showsSeries);
+    }
+
+    void passes(int count) {
+        for (int i = 0; i < count; ++i) EXPECT_EQ(run_->next(), ClassicIntegrator::Pass::Point);
     }
 
     std::string header() {
         out_.str("");
-        table_.writeHeader();
+        table_->writeHeader();
         return out_.str();
     }
 
     std::string row(RowFlag flag) {
         out_.str("");
-        table_.writeRow(flag);
+        table_->writeRow(flag);
         return out_.str();
     }
 
-    Calculus calculus_;
-    Calculus::Scope scope_{calculus_};
-    EquationTable equations_;
-    StiffnessSettings stiffnessSettings_;
     Layout layout_;
-    NumberSettings numbers_;
+    Selection selection_;
+    NumberFormat numbers_;
     std::ostringstream out_;
-    std::ostringstream log_;
-    Stiffness stiffness_{stiffnessSettings_, equations_, log_};
-    ResultTable table_{out_, calculus_, layout_, numbers_, equations_, stiffness_};
+    std::unique_ptr<ClassicIntegrator> run_;
+    std::unique_ptr<ResultTable> table_;
 };
 
 TEST_F(ResultTableTest, ShowsTheOrderInThreeCharactersOrAsManyAsItNeeds) {
-    for (const auto& [order, text] : {std::pair(0, "  0 "), {34, " 34 "}, {123, "123 "}, {12345, "12345 "}}) {
-        calculus_.orderUsed = order;
-        EXPECT_EQ(row(RowFlag::Clear), std::string(text) + " 0.00000000000e+00\n");
+    // A start value alone defines nothing.
+    model("y(0) = 1;");
+    EXPECT_EQ(row(RowFlag::Clear), "  0  0.00000000000e+00\n");
+    selection_.noPrintList = "y:";
+    for (const auto& [order, text] : {std::pair(34, " 34 "), {123, "123 "}, {12345, "12345 "}}) {
+        ClassicOptions options;
+        options.step = 0.5L;
+        options.fixedStep = true;
+        options.limits.useAllTerms = true;
+        options.limits.maxOrder = order;
+        // No term is negligible, so that none is taken off the order.
+        options.limits.accuracy = 0;
+        model("y' = 1;", options);
+        passes(2);
+        EXPECT_EQ(row(RowFlag::Clear), std::string(text) + " 5.00000000000e-01\n");
     }
 }
 
 TEST_F(ResultTableTest, PutsABlankInPlaceOfTheMissingSign) {
-    enter("a", 1);
-    enter("b", -1);
-    enter("c", -0.0L);
-    enter("d", -std::numeric_limits<real>::infinity());
-    enter("e", std::numeric_limits<real>::quiet_NaN());
+    model("a' = 0 & 1; b' = 0 & -1; c' = 0 & -0; d' = 0 & -1/0; e' = 0 & -(0/0);");
     layout_.printOrderColumn = false;
     numbers_ = {7, 1};
     EXPECT_EQ(header(), "#  TIME a b c d e\n");
@@ -65,24 +77,24 @@ TEST_F(ResultTableTest, PutsABlankInPlaceOfTheMissingSign) {
 }
 
 TEST_F(ResultTableTest, NeverPadsTheTimeNorTheStep) {
-    enter("a", 1);
+    ClassicOptions options;
+    options.tMax = -2;
+    model("a = 1;", options);
     numbers_ = {12, 2};
-    calculus_.limits.useAllTerms = true;
-    calculus_.time = -2;
+    makeTable(true);
+    passes(2);
     EXPECT_EQ(header(), "# ORDER TIME a log(|DY(max)|)     log(|DY(max)|)    h\n");
-    EXPECT_EQ(row(RowFlag::Clear), "  0  -2.00e+00      1.00e+00 0 0 1.00e-01\n");
+    EXPECT_EQ(row(RowFlag::Clear), "  0  -2.00e+00      1.00e+00 0 0 -2.00e+00\n");
 }
 
 TEST_F(ResultTableTest, WithTheFlagSetWritesNothing) {
-    enter("a", 1);
+    model("a = 1;");
     EXPECT_EQ(row(RowFlag::Set), "");
 }
 
 TEST_F(ResultTableTest, LeavesOutWhatIsNotSelectedAndNamesWithPercent) {
-    enter("%0", 1);
-    enter("a", 2);
-    enter("a%1", 3);
-    enter("b", 4, false);
+    model("a'' = exp(t) & 2; a'(0) = 3; b' = 0 & 4;");
+    selection_.noPrintList = "b:";
     numbers_ = {0, 0};
     EXPECT_EQ(header(), "# ORDER TIME a\n");
     EXPECT_EQ(row(RowFlag::Clear), "  0  0e+00  2e+00\n");
@@ -92,10 +104,7 @@ TEST_F(ResultTableTest, LeavesOutWhatIsNotSelectedAndNamesWithPercent) {
 }
 
 TEST_F(ResultTableTest, AsAMatrixStartsItsHeaderWithTheByteA0) {
-    enter("%0", 1);
-    enter("a", 2);
-    enter("b", 1e-7L);
-    enter("c", 1234567);
+    model("a' = exp(t) & 2; b' = 0 & 1e-7; c' = 0 & 1234567;");
     layout_.points3D = 2;
     EXPECT_EQ(header(), "#\xA0 a b\n# c\n");
     EXPECT_EQ(row(RowFlag::Clear), "");
@@ -106,7 +115,7 @@ TEST_F(ResultTableTest, AsAMatrixStartsItsHeaderWithTheByteA0) {
 }
 
 TEST_F(ResultTableTest, AsAMatrixOfAllPointsNamesTheSameFileInEveryBlock) {
-    enter("a", 2);
+    model("a' = 0 & 2;");
     layout_.points3D = 1;
     layout_.all3DValues = true;
     layout_.gnuplotOutput = "svg";

@@ -2,15 +2,11 @@
 // Text into tokens: written forms, numbers, comments, line counting, longest match.
 #include "lang/scanner.hpp"
 
-#include <gtest/gtest.h>
-
 #include <limits>
-#include <sstream>
 
-#include "driver/settings.hpp"
-#include "lang/compiler.hpp"
 #include "lang/grammar.hpp"
 #include "lang/keywords.hpp"
+#include "tests/unit/fixture.hpp"
 
 using namespace zirk;
 
@@ -19,17 +15,15 @@ namespace {
 /// Everything that a text is made of.
 struct Tokens {
     explicit Tokens(const std::string& text) {
-        std::istringstream input(text);
-        std::ostringstream log;
-        Settings settings;
-        Compiler compiler(input, log, settings, settings, settings);
+        EquationSystem unused;
+        Compiler compiler(sourceOf(text), unused);
         const Scanner scanner(compiler);
         for (Semantic value; (codes.push_back(yylex(&value, scanner.handle())), codes.back() != 0);) {
             values.push_back(value);
         }
         codes.pop_back();
         compiler.error("end");
-        end = log.str();
+        end = compiler.messages();
     }
 
     std::vector<int> codes;

@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-#include "driver/settings.hpp"
+#include "driver/run_context.hpp"
 
 using namespace zirk;
 
@@ -64,28 +64,37 @@ Ended inChild(const std::string& answer, const std::function<void()>& body) {
     return ended;
 }
 
-void raiseTerminate() {
-    settings().time = 0.5L;
-    std::raise(SIGTERM);
-}
+/// A run in its second point, at t = 0.5, where y = 2 and one term suffices.
+class RunAtHalf {
+public:
+    RunAtHalf() : run_(Model::fromText("y' = 0 & 2;"), optionsOfRun()) {
+        run_.next();
+        run_.next();
+        runContext().run = &run_;
+    }
+
+private:
+    static ClassicOptions optionsOfRun() {
+        ClassicOptions options;
+        options.step = 0.5L;
+        return options;
+    }
+
+    ClassicIntegrator run_;
+};
 
 const std::string menu =
     "\n#(SYS) Caught SIGTERM. Dumping values & bailing out \n"
     "#(SYS) TIME = 0.5\n"
     "#(SYS) e) exit, c) continue, p) print&continue, x) print&exit\n";
 
-void defineY() {
-    settings().equations.enter(new Differential("y", Expr::Ref(new Number(1)), 2));
-    settings().equations.find("y")->select(true);
-}
+const std::string values = "  1  5.00000000000e-01  2.00000000000e+00\n";
 
-const std::string values = "  0  5.00000000000e-01  2.00000000000e+00\n";
-
-/// y = 2 is there to be printed; a SIGCONT shows on standard output.
-void interruptWithY() {
-    defineY();
+/// A SIGCONT shows on standard output.
+void interruptRun() {
+    const RunAtHalf run;
     std::signal(SIGCONT, [](int) { (void)!write(STDOUT_FILENO, "SIGCONT\n", 8); });
-    raiseTerminate();
+    std::raise(SIGTERM);
 }
 
 TEST(InterruptMenu, ActsOnEveryAnswer) {
@@ -112,7 +121,7 @@ TEST(InterruptMenu, ActsOnEveryAnswer) {
         {"cx", menu, "", 7},
     };
     for (const auto& c : cases) {
-        const Ended ended = inChild(c.answer, interruptWithY);
+        const Ended ended = inChild(c.answer, interruptRun);
         EXPECT_EQ(ended.err, c.err) << '"' << c.answer << '"';
         EXPECT_EQ(ended.out, c.out) << '"' << c.answer << '"';
         EXPECT_EQ(ended.status, c.status) << '"' << c.answer << '"';
@@ -121,8 +130,8 @@ TEST(InterruptMenu, ActsOnEveryAnswer) {
 
 TEST(InterruptMenu, TakesOneAnswerEachTime) {
     const Ended ended = inChild("c p\nx", [] {
-        defineY();
-        for (int i = 0; i < 4; ++i) raiseTerminate();
+        const RunAtHalf run;
+        for (int i = 0; i < 4; ++i) std::raise(SIGTERM);
     });
     EXPECT_EQ(ended.err, menu + menu + values + menu + values);
     EXPECT_EQ(ended.status, 255);
@@ -130,11 +139,12 @@ TEST(InterruptMenu, TakesOneAnswerEachTime) {
 
 TEST(InterruptMenu, ShowsBehindTheLinesThatWait) {
     const Ended ended = inChild("e", [] {
+        const RunAtHalf run;
         Output output(STDOUT_FILENO, STDERR_FILENO);
-        setInterruptOutput(&output);
+        runContext().output = &output;
         output.results() << "a row\n";
         output.log() << "a line\n";
-        raiseTerminate();
+        std::raise(SIGTERM);
     });
     EXPECT_EQ(ended.out, "a row\n");
     EXPECT_EQ(ended.err, "a line\n" + menu);
@@ -143,7 +153,7 @@ TEST(InterruptMenu, ShowsBehindTheLinesThatWait) {
 
 TEST(InterruptMenu, ShowsTheSameTextForAnInterrupt) {
     const Ended ended = inChild("c", [] {
-        settings().time = 0.5L;
+        const RunAtHalf run;
         std::raise(SIGINT);
     });
     EXPECT_EQ(ended.err, menu);
@@ -152,11 +162,17 @@ TEST(InterruptMenu, ShowsTheSameTextForAnInterrupt) {
 
 TEST(InterruptMenu, PrintsTheMatrixLayoutWhenItIsSet) {
     const Ended ended = inChild("x", [] {
-        settings().points3D = 1;
-        defineY();
-        raiseTerminate();
+        const RunAtHalf run;
+        runContext().settings->layout.points3D = 1;
+        std::raise(SIGTERM);
     });
     EXPECT_EQ(ended.err, menu + " 2\n\n");
+}
+
+TEST(InterruptMenu, BeforeThereIsARunShowsTimeZeroAndNoValues) {
+    const Ended ended = inChild("x", [] { std::raise(SIGTERM); });
+    EXPECT_EQ(ended.err, std::regex_replace(menu, std::regex("0\\.5"), "0"));
+    EXPECT_EQ(ended.status, 255);
 }
 
 TEST(CrashReport, OfAFaultNamesTheAddressesAndEndsWithStatus0) {
