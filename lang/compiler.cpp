@@ -22,18 +22,26 @@ Compiler::Compiler(Source source, EquationSystem& system) : source_(std::move(so
 
 void Compiler::compile() {
     const Scanner scanner(*this);
-    int result = yyparse(scanner.handle(), *this);
-    if (result == 0 && !stepFunctions_.empty()) {
-        messages_ += '\n';
-        for (const std::string& line : stepFunctions_) messages_ += line;
-        result = 1;
+    if (yyparse(scanner.handle(), *this) != 0) throw ParseError(messages_, line_, column_, token_);
+    if (stepFunctions_.empty()) return;
+    messages_ += '\n';
+    for (const ParseError& stepFunction : stepFunctions_) messages_ += stepFunction.text();
+    const ParseError& first = stepFunctions_.front();
+    throw ParseError(messages_, first.line(), first.column(), first.token());
+}
+
+std::size_t Compiler::readSource(char* buffer, std::size_t size) const {
+    try {
+        return source_(buffer, size);
+    } catch (const Error& error) {
+        // What was said before is not lost.
+        throw Error(messages_ + error.text(), error.status());
     }
-    if (result != 0) throw ParseError(messages_, line_, column_, token_);
 }
 
 std::size_t Compiler::read(char* buffer, std::size_t size) {
     if (inputEnded_) return 0;
-    const std::size_t count = source_(buffer, size);
+    const std::size_t count = readSource(buffer, size);
     const void* nul = std::memchr(buffer, 0, count);
     inputEnded_ = nul != nullptr || count < size;
     return nul == nullptr ? count : static_cast<std::size_t>(static_cast<const char*>(nul) - buffer);
@@ -87,7 +95,7 @@ void Compiler::trace(const char* word) {
 
 void Compiler::stepFunction(const char* word) {
     trace(word);
-    stepFunctions_.push_back(errorLine("Step functions have no meaning"));
+    stepFunctions_.emplace_back(errorLine("Step functions have no meaning"), line_, column_, token_);
 }
 
 void Compiler::error(const std::string& message) { messages_ += errorLine(message); }

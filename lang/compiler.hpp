@@ -8,6 +8,7 @@
 
 #include "expr/calculus.hpp"
 #include "lang/equation_table.hpp"
+#include "zirk/error.hpp"
 
 namespace zirk {
 
@@ -57,6 +58,7 @@ public:
     void error(const std::string& message);
 
 private:
+    std::size_t readSource(char* buffer, std::size_t size) const;
     std::string errorLine(const std::string& message) const;
 
     Source source_;
@@ -68,7 +70,7 @@ private:
     int column_ = 1;
     int nextColumn_ = 1;
     bool inputEnded_ = false;
-    std::vector<std::string> stepFunctions_;
+    std::vector<ParseError> stepFunctions_;
 };
 
 }  // namespace zirk

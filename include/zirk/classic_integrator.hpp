@@ -52,7 +52,8 @@ struct ClassicStatistics {
 /// A run from time 0 on, point by point.
 ///
 /// Variables are numbered from 0 in the bytewise order of their names; those that stand for functions ("%0", "%1", ...)
-/// come first. Values and terms are those of the point that `next` computed last.
+/// come first. Values and terms are those of the pass that `next` made last; after a rejected one, time, step and number
+/// of the pass are those of the attempt that comes next.
 class [[gnu::visibility("default")]] ClassicIntegrator {
 public:
     /// Prepares the equations for a run: expands functions and takes start values. Throws Error where a name is not
