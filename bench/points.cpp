@@ -17,7 +17,6 @@ constexpr int measured = 100;
 
 std::unique_ptr<Workload> warmWorkload(const WorkloadLine& line, const std::string& text, Evaluation evaluation) {
     auto workload = std::make_unique<Workload>(line.options, text, evaluation);
-    workload->removeEnd();
     for (int i = 0; i < warmUp; ++i) workload->nextPoint();
     return workload;
 }

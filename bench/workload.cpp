@@ -4,12 +4,12 @@
 
 #include <cstdio>
 #include <fstream>
+#include <sstream>
 #include <stdexcept>
 #include <unordered_map>
 #include <unordered_set>
 
 #include "driver/options.hpp"
-#include "expand/expansion.hpp"
 #include "lang/compiler.hpp"
 
 using namespace zirk;
@@ -33,6 +33,11 @@ std::unique_ptr<std::istream> parse(int argc, char** argv, Settings& settings) {
     Output output(1, 2);
     settings.reset();
     return parseOptions(argc, argv, settings, output).input;
+}
+
+std::size_t readFrom(std::istream& input, char* buffer, std::size_t size) {
+    input.read(buffer, static_cast<std::streamsize>(size));
+    return static_cast<std::size_t>(input.gcount());
 }
 
 }  // namespace
@@ -63,56 +68,52 @@ std::string modelText(const std::string& folder, const std::string& arguments) {
     return text;
 }
 
-Workload::Workload(int argc, char** argv, Evaluation evaluation)
-    : taylor_(settings_, settings_.equations, evaluation),
-      control_(settings_, settings_, taylor_, settings_.equations, progress_, log_),
-      stiffness_(settings_, settings_.equations, log_) {
-    prepare(*parse(argc, argv, settings_));
+Workload::Workload(int argc, char** argv, Evaluation evaluation) {
+    Settings settings;
+    const auto input = parse(argc, argv, settings);
+    prepare(*input, settings.classic, evaluation);
 }
 
-Workload::Workload(const std::string& options, const std::string& text, Evaluation evaluation)
-    : taylor_(settings_, settings_.equations, evaluation),
-      control_(settings_, settings_, taylor_, settings_.equations, progress_, log_),
-      stiffness_(settings_, settings_.equations, log_) {
+Workload::Workload(const std::string& options, const std::string& text, Evaluation evaluation) {
     std::vector<std::string> arguments = words("zirk " + options);
     std::vector<char*> argv;
     for (std::string& argument : arguments) argv.push_back(argument.data());
     argv.push_back(nullptr);
-    parse(static_cast<int>(arguments.size()), argv.data(), settings_);
+    Settings settings;
+    parse(static_cast<int>(arguments.size()), argv.data(), settings);
+    // Goes on for ever: what a benchmark of single points needs.
+    settings.classic.tMax = 1e300;
     std::istringstream input(text);
-    prepare(input);
+    prepare(input, settings.classic, evaluation);
 }
 
-void Workload::prepare(std::istream& input) {
-    if (Compiler(input, log_, settings_, settings_, settings_).compile() != 0) throw std::runtime_error(log_.str());
-    Expansion(settings_, settings_, settings_).prepare();
-    control_.clipFirstStep();
+void Workload::prepare(std::istream& input, const ClassicOptions& options, Evaluation evaluation) {
+    auto compiled = std::make_unique<CompiledSystem>(options.limits, options.step);
+    {
+        const Calculus::Scope scope(compiled->calculus);
+        Compiler([&](char* buffer, std::size_t size) { return readFrom(input, buffer, size); }, compiled->system)
+            .compile();
+    }
+    run_ = std::make_unique<ClassicRun>(std::move(compiled), options, nullptr, evaluation);
 }
 
 bool Workload::nextPoint() {
-    if (ended_) return false;
-    if (attempts_ > 0) {
-        stiffness_.test(progress_.recheckStiffness);
-        control_.enlarge();
-        control_.advance(true);
-    }
-    do {
-        taylor_.evaluate();
-        ++attempts_;
+    for (;;) {
+        const ClassicIntegrator::Pass pass = run_->next();
+        if (pass == ClassicIntegrator::Pass::End) return false;
         if (counting_) count();
-    } while (control_.rejectPoint());
-    ended_ = settings_.time == settings_.tMax;
-    // Nobody reads the messages.
-    if (attempts_ % 1000 == 0) log_.str("");
-    return true;
+        if (pass == ClassicIntegrator::Pass::Point) return true;
+    }
 }
 
 void Workload::countMultiplyAdds() {
     counting_ = true;
     std::unordered_map<const Expr*, std::size_t> indices;
-    for (const Differential& variable : settings_.equations) {
+    const std::vector<Differential*>& variables = run_->equations().list();
+    for (std::size_t i = 0; i < variables.size(); ++i) {
+        const Differential& variable = *variables[i];
         if (variable.type() == ExprType::Algebraic) continue;
-        Sums sums{&variable, {}};
+        Sums sums{i, {}};
         std::unordered_set<const Expr*> seen;
         std::vector<const Expr*> pending{variable.rightHandSide().get()};
         while (!pending.empty()) {
@@ -124,7 +125,7 @@ void Workload::countMultiplyAdds() {
                 if (isNew) kinds_.push_back(node->type());
                 sums.nodes.push_back(place->second);
             }
-            for (int i = 0; node->operand(i) != nullptr; ++i) pending.push_back(node->operand(i));
+            for (int k = 0; node->operand(k) != nullptr; ++k) pending.push_back(node->operand(k));
         }
         sums_.push_back(sums);
     }
@@ -134,7 +135,7 @@ void Workload::count() {
     // A variable whose highest term is n asks its right-hand side for the terms 0 to n - 1.
     terms_.assign(kinds_.size(), 0);
     for (const Sums& sums : sums_) {
-        const int terms = sums.user->highestTerm();
+        const int terms = run_->taylor().highestTerm(sums.user);
         for (const std::size_t node : sums.nodes) terms_[node] = std::max(terms_[node], terms);
     }
     for (std::size_t i = 0; i < kinds_.size(); ++i) {

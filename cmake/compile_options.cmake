@@ -10,8 +10,12 @@ target_include_directories(zirk_options INTERFACE ${PROJECT_SOURCE_DIR} ${PROJEC
 target_compile_options(zirk_options INTERFACE
   -ffp-contract=off -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/= -fmacro-prefix-map=${PROJECT_BINARY_DIR}/=)
 
-if(ZIRK_SANITIZE)
-  set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+if(ZIRK_SANITIZE OR ZIRK_SANITIZE_THREADS)
+  set(kinds address,undefined)
+  if(ZIRK_SANITIZE_THREADS)
+    set(kinds thread)
+  endif()
+  set(sanitizers -fsanitize=${kinds} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_options(zirk_options INTERFACE ${sanitizers})
   target_link_options(zirk_options INTERFACE ${sanitizers})
   # GCC takes the instrumented code of its own library for uninitialized and says so at length.
@@ -37,7 +41,7 @@ target_compile_options(zirk_warnings INTERFACE
 
 # Loading and binding shared libraries takes longer than solving a small system.
 add_library(zirk_static_runtime INTERFACE)
-if(ZIRK_STATIC_RUNTIME AND NOT ZIRK_SANITIZE AND NOT ZIRK_FUZZ)
+if(ZIRK_STATIC_RUNTIME AND NOT ZIRK_SANITIZE AND NOT ZIRK_SANITIZE_THREADS AND NOT ZIRK_FUZZ)
   check_linker_flag(CXX "-static-libstdc++;-static-libgcc" ZIRK_HAS_STATIC_RUNTIME)
   if(ZIRK_HAS_STATIC_RUNTIME)
     target_link_options(zirk_static_runtime INTERFACE $<$<CONFIG:Release>:-static-libstdc++;-static-libgcc>)
@@ -48,7 +52,7 @@ endif()
 # kinds of flags, a program does not start.
 add_library(zirk_static_program INTERFACE)
 set(staticProgram OFF)
-if(ZIRK_STATIC_PROGRAM AND NOT ZIRK_SANITIZE AND NOT ZIRK_FUZZ AND NOT CMAKE_CROSSCOMPILING)
+if(ZIRK_STATIC_PROGRAM AND NOT ZIRK_SANITIZE AND NOT ZIRK_SANITIZE_THREADS AND NOT ZIRK_FUZZ AND NOT CMAKE_CROSSCOMPILING)
   set(CMAKE_REQUIRED_LINK_OPTIONS -static-pie)
   check_cxx_source_runs("
     #include <cmath>

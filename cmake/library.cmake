@@ -31,7 +31,10 @@ if(ZIRK_SHARED)
   set_target_properties(zirk_shared PROPERTIES
     EXPORT_NAME zirk VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
     LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
-  target_link_options(zirk_shared PRIVATE
-    -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map $<$<NOT:$<BOOL:${ZIRK_SANITIZE}>>:-Wl,-z,defs>)
+  target_link_options(zirk_shared PRIVATE -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)
+  # What sanitizers need comes with the program that they watch.
+  if(NOT ZIRK_SANITIZE AND NOT ZIRK_SANITIZE_THREADS)
+    target_link_options(zirk_shared PRIVATE -Wl,-z,defs)
+  endif()
   add_library(zirk::zirk ALIAS zirk_shared)
 endif()

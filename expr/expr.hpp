@@ -71,13 +71,12 @@ public:
         /// Factory of two-operand nodes; constants are folded, neutral operands dropped. Error as above.
         Ref(ExprType type, const Ref& left, const Ref& right);
 
-        /// Counts down before it counts up, and deletes last: `r = r` and `r = r->operand()` are safe.
+        /// Lets the old node go last: `r = r` and `r = r->operand()` are safe.
         Ref& operator=(const Ref& other) {
             Expr* old = node_;
-            const bool isLast = countDown(old);
             node_ = other.node_;
             acquire(node_);
-            if (isLast) destroy(old);
+            release(old);
             return *this;
         }
         Ref& operator=(Ref&& other) noexcept {
@@ -93,11 +92,7 @@ public:
 
     private:
         static void acquire(Expr* node);
-        /// True for the last handle.
-        static bool countDown(Expr* node);
-        static void release(Expr* node) {
-            if (countDown(node)) destroy(node);
-        }
+        static void release(Expr* node);
         static void destroy(Expr* node) noexcept;
 
         Expr* node_;
@@ -252,9 +247,12 @@ inline void Expr::Ref::acquire(Expr* node) {
         ++node->useCount_;
     }
 }
-inline bool Expr::Ref::countDown(Expr* node) {
-    if (node->type_ == ExprType::Nothing) return __atomic_sub_fetch(&node->useCount_, 1, __ATOMIC_RELAXED) == 0;
-    return --node->useCount_ == 0;
+inline void Expr::Ref::release(Expr* node) {
+    if (node->type_ == ExprType::Nothing) {
+        __atomic_fetch_sub(&node->useCount_, 1, __ATOMIC_RELAXED);
+    } else if (--node->useCount_ == 0) {
+        destroy(node);
+    }
 }
 
 /// A handle shows as its node's reference count.

@@ -260,14 +260,13 @@ TEST(ExpandedSystems, HaveTheTrueDerivativesAsRightHandSides) {
         const real da = fa->at(p);
         const real db = fb->at(p);
 
-        Settings settings;
-        
-        limits.accuracy = 1e-21L;
-        const Calculus::Scope scope(settings);
-        prepareText(*this, text.str());
-        ASSERT_EQ(system.equations.size(), temporaries.size() + 3);
+        Workbench bench;
+        bench.limits.accuracy = 1e-21L;
+        prepareText(bench, text.str());
+        const EquationTable& equations = bench.system.equations;
+        ASSERT_EQ(equations.size(), temporaries.size() + 3);
         for (std::size_t i = 0; i < temporaries.size(); ++i) {
-            const Differential& made = *system.equations.resolve("%" + std::to_string(i));
+            const Differential& made = *equations.resolve("%" + std::to_string(i));
             const real start = temporaries[i](p);
             EXPECT_TRUE(isNear(made.startValue(), start, 1e-14L * (1 + std::fabs(start)))) << made.name();
             const real expected = rateAlong(temporaries[i], p, da, db);

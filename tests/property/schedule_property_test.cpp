@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Random systems give the same bits whether the schedule or the nodes sum the series.
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <random>
 #include <sstream>
@@ -9,10 +7,7 @@
 #include <vector>
 
 #include "classic/taylor_step.hpp"
-#include "driver/settings.hpp"
-#include "expand/expansion.hpp"
-#include "lang/compiler.hpp"
-#include "zirk/error.hpp"
+#include "tests/unit/fixture.hpp"
 
 using namespace zirk;
 
@@ -94,37 +89,34 @@ struct Limits {
 /// Every variable at each of fourteen points, one of them repeated with half the step; empty when the system is no
 /// good.
 std::vector<Shown> solved(const std::string& text, const Limits& limits, Evaluation evaluation) {
-    Settings settings;
-    const Calculus::Scope scope(settings);
-    
-    limits.zeroTerms = limits.zeroTerms;
-    limits.setOrder(limits.order);
-    limits.accuracy = limits.accuracy;
-    limits.useAllTerms = limits.allTerms;
-    limits.simplifySmall = limits.simplify;
-    limits.steadyStop = 1;
-    std::istringstream input(text);
-    std::ostringstream errors;
+    Workbench bench;
+    bench.limits.zeroTerms = limits.zeroTerms;
+    bench.limits.setOrder(limits.order);
+    bench.limits.accuracy = limits.accuracy;
+    bench.limits.useAllTerms = limits.allTerms;
+    bench.limits.simplifySmall = limits.simplify;
+    bench.limits.steadyStop = 1;
+    Calculus& calculus = bench.calculus;
     std::vector<Shown> shown;
     try {
-        EXPECT_EQ(Compiler(input, errors, settings, settings, settings).compile(), 0) << text;
-        Expansion(settings, settings, settings).prepare();
+        prepareText(bench, text);
+    } catch (const ParseError& error) {
+        ADD_FAILURE() << error.text() << text;
     } catch (const Error&) {
         return shown;
     }
-    TaylorStep step(calculus, system.equations, evaluation);
+    const std::vector<Differential*>& variables = bench.system.equations.list();
+    TaylorStep step(calculus, bench.system.equations, evaluation);
     for (int point = 0; point < 14; ++point) {
         step.evaluate();
-        for (const Differential& variable : system.equations) {
+        for (std::size_t i = 0; i < variables.size(); ++i) {
+            const Differential& variable = *variables[i];
+            const int highest = step.highestTerm(i);
             Shown now{variable.name(), {variable.startValue(), variable.result()}, {}};
-            int last = -1;
-            real term = 0;
-            variable.LastTerm(last, term);
-            now.numbers.push_back(term);
-            for (int k = 0; k <= variable.highestTerm(); ++k) now.numbers.push_back(variable.term(k));
-            now.counts = {variable.termStamp(), variable.resultStamp(),   variable.highestTerm(),
+            for (int k = 0; k <= highest; ++k) now.numbers.push_back(step.term(i, k));
+            now.counts = {variable.termStamp(), variable.resultStamp(),   highest,
                           variable.ownOrder(),  variable.onlyZeroTerms(), variable.isSteady(),
-                          calculus.orderUsed,   step.steadyCount(),       last};
+                          calculus.orderUsed,   step.steadyCount()};
             shown.push_back(now);
         }
         if (point == 8) {

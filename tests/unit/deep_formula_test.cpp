@@ -2,6 +2,7 @@
 // Formulas and chains far deeper than the machine stack.
 #include <cmath>
 
+#include "classic/taylor_step.hpp"
 #include "expr/walk.hpp"
 #include "tests/unit/fixture.hpp"
 
@@ -56,7 +57,7 @@ TEST_F(DeepFormulas, OfNestedFunctionsAreExpandedInnermostFirst) {
     constexpr int depth = 20000;
     for (int i = 0; i < depth; ++i) formula = Ref(ExprType::Exp, Ref(ExprType::UnMinus, formula));
     system.equations.enter(new Differential("y", formula, 0));
-    Expansion(settings, settings, settings).prepare();
+    Expansion(calculus, system).prepare();
     EXPECT_EQ(system.equations.size(), std::size_t{depth} + 1);
     EXPECT_EQ(printed(system.equations.find("%0")->rightHandSide()), "(-[%0])");
     EXPECT_EQ(system.equations.find("%1")->startValue(), expl(unknown(-1)));
@@ -89,7 +90,7 @@ TEST_F(Chains, OfAlgebraicVariablesAreEvaluatedToTheirEnd) {
     }
     system.equations.enter(new Algebraic(name(length), number(3)));
     system.equations.enter(new Differential("z", Ref(ExprType::Sin, new Equation(name(0), system.equations)), 0));
-    Expansion(settings, settings, settings).prepare();
+    Expansion(calculus, system).prepare();
     EXPECT_EQ(system.equations.find("%0")->startValue(), sinl(unknown(3)));
     EXPECT_EQ(printed(system.equations.find("%0")->rightHandSide()), "0");
     TaylorStep(calculus, system.equations, Evaluation::Scheduled).evaluate();

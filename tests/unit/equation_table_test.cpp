@@ -7,7 +7,7 @@
 #include <sstream>
 #include <vector>
 
-#include "driver/settings.hpp"
+#include "expr/calculus.hpp"
 #include "zirk/error.hpp"
 
 using namespace zirk;
@@ -18,20 +18,22 @@ class References : public testing::Test {
 protected:
     Differential* enter(const std::string& name, const Expr::Ref& rightHandSide = Expr::Ref()) {
         auto* variable = new Differential(name, rightHandSide, 0);
-        settings_.equations.enter(variable);
+        equations_.enter(variable);
         return variable;
     }
 
-    Expr::Ref reference(const std::string& name) { return new Equation(name, settings_.equations); }
+    Expr::Ref reference(const std::string& name) { return new Equation(name, equations_); }
 
     std::string names() const {
         std::string all;
-        for (const Differential& variable : settings_.equations) all += variable.name() + " ";
+        for (const Differential& variable : equations_) all += variable.name() + " ";
         return all;
     }
 
-    Settings settings_;
-    Calculus::Scope scope_{settings_};
+    SeriesLimits limits_;
+    Calculus calculus_{limits_, real{0.1}};
+    Calculus::Scope scope_{calculus_};
+    EquationTable equations_;
 };
 
 TEST_F(References, AreWalkedInTheOrderOfTheirNames) {
@@ -41,11 +43,11 @@ TEST_F(References, AreWalkedInTheOrderOfTheirNames) {
 
 TEST_F(References, AreListedInThatOrderAlsoWhenOneIsEnteredOrReplaced) {
     Differential* const y = enter("y");
-    EXPECT_EQ(settings_.equations.list(), std::vector<Differential*>{y});
+    EXPECT_EQ(equations_.list(), std::vector<Differential*>{y});
     Differential* const x = enter("x");
-    EXPECT_EQ(settings_.equations.list(), (std::vector<Differential*>{x, y}));
+    EXPECT_EQ(equations_.list(), (std::vector<Differential*>{x, y}));
     Differential* const other = enter("y");
-    EXPECT_EQ(settings_.equations.list(), (std::vector<Differential*>{x, other}));
+    EXPECT_EQ(equations_.list(), (std::vector<Differential*>{x, other}));
 }
 
 TEST_F(References, PutDerivativesDirectlyAfterTheirBase) {
@@ -61,9 +63,9 @@ TEST_F(References, CompareNamesAsUnsignedBytes) {
 TEST_F(References, FindTheLatestVariableOfAName) {
     enter("y");
     Differential* later = enter("y");
-    EXPECT_EQ(settings_.equations.size(), 1U);
-    EXPECT_EQ(settings_.equations.find("y"), later);
-    EXPECT_EQ(settings_.equations.find("Y"), nullptr);
+    EXPECT_EQ(equations_.size(), 1U);
+    EXPECT_EQ(equations_.find("y"), later);
+    EXPECT_EQ(equations_.find("Y"), nullptr);
 }
 
 TEST_F(References, BecomeTheOneVariableThatTheyName) {
@@ -95,7 +97,7 @@ TEST_F(References, ToAnUndefinedNameFail) {
         reference("y%2")->Converted();
         ADD_FAILURE() << "no failure";
     } catch (const Error& error) {
-        EXPECT_STREQ(error.text(), "\n#(ERR) Reference to undefined equation \"y%2\"\n");
+        EXPECT_EQ(error.text(), "\n#(ERR) Reference to undefined equation \"y%2\"\n");
         EXPECT_EQ(error.status(), 1);
     }
 }
@@ -103,13 +105,13 @@ TEST_F(References, ToAnUndefinedNameFail) {
 TEST_F(References, ByHandleHaveAMessageOfTheirOwn) {
     Differential* y = enter("y");
     Expr::Ref handle;
-    settings_.equations.redirect(handle, "y");
+    equations_.redirect(handle, "y");
     EXPECT_EQ(handle.get(), y);
     try {
-        settings_.equations.redirect(handle, "z");
+        equations_.redirect(handle, "z");
         ADD_FAILURE() << "no failure";
     } catch (const Error& error) {
-        EXPECT_STREQ(error.text(), "#(ERR) Undefined reference to z equation\n");
+        EXPECT_EQ(error.text(), "#(ERR) Undefined reference to z equation\n");
         EXPECT_EQ(error.status(), 1);
     }
 }
@@ -118,9 +120,6 @@ TEST(DerivativeName, IsTheNameAPercentSignAndTheOrder) {
     EXPECT_EQ(derivativeName("y", 0), "y");
     EXPECT_EQ(derivativeName("y", 1), "y%1");
     EXPECT_EQ(derivativeName("a_b", 12), "a_b%12");
-    EXPECT_FALSE(hasPercent("y"));
-    EXPECT_TRUE(hasPercent("y%1"));
-    EXPECT_TRUE(hasPercent("%0"));
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ class Preparation : public NodeTest {
 protected:
     std::string prepared(const std::string& text) {
         prepareText(*this, text);
-        return dumpOf(settings);
+        return dumpOf(system.equations);
     }
     real startOf(const std::string& name) const { return system.equations.resolve(name)->startValue(); }
     Ending endingWith(const std::string& text) {
@@ -48,11 +48,9 @@ TEST_F(Preparation, ExpandsInnerFunctionsFirst) {
 
 TEST_F(Preparation, ExpandsTheRightOperandFirst) {
     for (const std::string symbol : {" + ", " - ", " * ", " / "}) {
-        Settings fresh;
-        fresh.reset();
-        const Calculus::Scope inForce(fresh);
+        Workbench fresh;
         prepareText(fresh, "y' = exp(t)" + symbol + "tan(t);");
-        EXPECT_EQ(dumpOf(fresh),
+        EXPECT_EQ(dumpOf(fresh.system.equations),
                   "DIF: \t%0' = (1 + ([%0] * [%0])) & 0;\n"
                   "DIF: \t%1' = [%1] & 1;\n"
                   "DIF: \ty' = ([%1]" +

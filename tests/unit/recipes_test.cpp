@@ -11,7 +11,7 @@ protected:
     /// Dump of y = f(x) with x' = z, x(0) as given; without the lines of the three variables themselves.
     std::string ofFunction(const std::string& function, const std::string& start) {
         prepareText(*this, "x' = z & " + start + "; z' = 1 & 2; y = " + function + "(x);");
-        const std::string dump = dumpOf(settings);
+        const std::string dump = dumpOf(system.equations);
         const std::string tail = "DIF: \tx' = [z] & " + start + ";\n";
         const std::size_t at = dump.find(tail);
         EXPECT_NE(at, std::string::npos) << dump;
@@ -139,18 +139,18 @@ TEST_F(Recipes, OfInverseHyperbolicCotangent) {
 
 TEST_F(Recipes, OfTheExponentialOfTimeAreSimplified) {
     prepareText(*this, "y' = exp(t) & 1;");
-    EXPECT_EQ(dumpOf(settings), "DIF: \t%0' = [%0] & 1;\nDIF: \ty' = [%0] & 1;\n");
+    EXPECT_EQ(dumpOf(system.equations), "DIF: \t%0' = [%0] & 1;\nDIF: \ty' = [%0] & 1;\n");
 }
 
 TEST_F(Recipes, OfTheExponentialOfTimeAreProductsWithTheSwitchOff) {
     limits.simplifySmall = false;
     prepareText(*this, "y' = exp(t) & 1;");
-    EXPECT_EQ(dumpOf(settings), "DIF: \t%0' = (1 * [%0]) & 1;\nDIF: \ty' = [%0] & 1;\n");
+    EXPECT_EQ(dumpOf(system.equations), "DIF: \t%0' = (1 * [%0]) & 1;\nDIF: \ty' = [%0] & 1;\n");
 }
 
 TEST_F(Recipes, OfALogarithmThatStartsAtZeroDivideByIt) {
     prepareText(*this, "y' = ln(t + 1);");
-    EXPECT_EQ(dumpOf(settings), "DIF: \t%0' = (1 / [%0]) & 0;\nDIF: \ty' = [%0] & 0;\n");
+    EXPECT_EQ(dumpOf(system.equations), "DIF: \t%0' = (1 / [%0]) & 0;\nDIF: \ty' = [%0] & 0;\n");
     nextStep();
     EXPECT_TRUE(std::isinf(termOf(system.equations.resolve("%0"), 1)));
 }

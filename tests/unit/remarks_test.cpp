@@ -1,75 +1,68 @@
 // SPDX-License-Identifier: MIT
-// Hints: one for each kind of thing that is not what it seems, and none for a model that is.
-#include "driver/hints.hpp"
+// Remarks: one for each kind of thing that is not what it seems, and none for a model that is.
+#include "classic/remarks.hpp"
+
 #include "tests/unit/fixture.hpp"
 
 using namespace zirk;
 
 namespace {
 
-class Hints : public NodeTest {
+class Remark : public NodeTest {
 protected:
-    std::string of(const std::string& text, const std::string& badOption = "") {
-        Settings fresh;
-        const Calculus::Scope inForce(fresh);
-        fresh.reset();
+    std::string of(const std::string& text) const {
+        Workbench fresh;
         fresh.limits.simplifySmall = simplify;
         prepareText(fresh, text);
-        std::ostringstream out;
-        writeHints(out, fresh, fresh, badOption);
-        return out.str();
+        std::string all;
+        for (const std::string& remark : remarksOn(fresh.calculus, fresh.system)) all += remark + '\n';
+        return all;
     }
 
     bool simplify = true;
 };
 
-TEST_F(Hints, AreNoneForWhatIsWhatItSeems) {
+TEST_F(Remark, AreNoneForWhatIsWhatItSeems) {
     EXPECT_EQ(of("k = 2; w = k*pi; y' = -k*w*y*sin(t) + exp(-t) & 1; y2' = y*cos(t) & 1; e = y*t; e2 = ln(2)*e;"), "");
 }
 
-TEST_F(Hints, TellOfABareTime) {
-    EXPECT_EQ(
-        of("y' = 2*t + t*t;"),
-        "#(HINT) t is not the time in the equation of variable \"y\": write T for it, and a clock, \"T' = 1;\"\n");
+TEST_F(Remark, TellOfABareTime) {
+    EXPECT_EQ(of("y' = 2*t + t*t;"),
+              "t is not the time in the equation of variable \"y\": write T for it, and a clock, \"T' = 1;\"\n");
     EXPECT_EQ(of("y = sin(t*t);"),
-              "#(HINT) t is not the time in the equation of function sin(t*t): write T for it, and "
+              "t is not the time in the equation of function sin(t*t): write T for it, and "
               "a clock, \"T' = 1;\"\n");
 }
 
-TEST_F(Hints, TellOfFunctionsThatFollowAnotherLaw) {
-    EXPECT_EQ(of("y = cos(t + 1);"), "#(HINT) cos(t + 1) is not what its name says: write sin(u + pi/2)\n");
+TEST_F(Remark, TellOfFunctionsThatFollowAnotherLaw) {
+    EXPECT_EQ(of("y = cos(t + 1);"), "cos(t + 1) is not what its name says: write sin(u + pi/2)\n");
     EXPECT_EQ(of("x' = -x & 2; y = ln(x) + ln(2*x);"),
-              "#(HINT) ln(2*x) is not what its name says: write L for it, and \"L' = u'/u & ln(...);\"\n");
-    EXPECT_EQ(of("x' = 1; y = atanh(x/2);"), "#(HINT) atanh(x/2) is not what its name says: use -i 0\n");
-    EXPECT_EQ(of("x' = 1 & -2; y = argcotanh(x);"), "#(HINT) acotanh(x) is not what its name says: use -i 0\n");
+              "ln(2*x) is not what its name says: write L for it, and \"L' = u'/u & ln(...);\"\n");
+    EXPECT_EQ(of("x' = 1; y = atanh(x/2);"), "atanh(x/2) is not what its name says: use -i 0\n");
+    EXPECT_EQ(of("x' = 1 & -2; y = argcotanh(x);"), "acotanh(x) is not what its name says: use -i 0\n");
     simplify = false;
     EXPECT_EQ(of("x' = 1; y = atanh(x/2);"), "");
 }
 
-TEST_F(Hints, TellOfNamesThatLagBehind) {
-    EXPECT_EQ(
-        of("v = x*x; x' = -v & 1; y' = v;"),
-        "#(HINT) \"v\" lags one step behind in the equation of variable \"x\": write its formula there instead of "
-        "its name\n");
+TEST_F(Remark, TellOfNamesThatLagBehind) {
+    EXPECT_EQ(of("v = x*x; x' = -v & 1; y' = v;"),
+              "\"v\" lags one step behind in the equation of variable \"x\": write its formula there instead of "
+              "its name\n");
 }
 
-TEST_F(Hints, TellOfConstantsWithinTheAccuracy) {
+TEST_F(Remark, TellOfConstantsWithinTheAccuracy) {
     EXPECT_EQ(of("y' = 1e-12*y + 1e-13 & 1;"),
-              "#(HINT) 1e-12 counts as 0, within the accuracy: -i 0 or a smaller -a keeps it\n");
+              "1e-12 counts as 0, within the accuracy: -i 0 or a smaller -a keeps it\n");
     EXPECT_EQ(of("y' = -1.00000000001*y & 1;"),
-              "#(HINT) -1 counts as -1, within the accuracy: -i 0 or a smaller -a keeps it\n");
+              "-1 counts as -1, within the accuracy: -i 0 or a smaller -a keeps it\n");
     simplify = false;
     EXPECT_EQ(of("y' = 1e-12*y + 1e-13 & 1;"), "");
 }
 
-TEST_F(Hints, TellOfStartValuesThatSetNothing) {
+TEST_F(Remark, TellOfStartValuesThatSetNothing) {
     EXPECT_EQ(of("y' = y & 1; z(0) = 2; w(0) = 2;"),
-              "#(HINT) the start value of \"w\" sets nothing: there is no such variable\n");
-    EXPECT_EQ(of("y' = y; y(1) = 2;"), "#(HINT) all start values belong to time 0, whatever time is written\n");
-}
-
-TEST_F(Hints, TellOfAnOptionThatIsNoNumber) {
-    EXPECT_EQ(of("y' = y & 1;", "-t abc"), "#(HINT) -t abc: the value is no number, or not only a number\n");
+              "the start value of \"w\" sets nothing: there is no such variable\n");
+    EXPECT_EQ(of("y' = y; y(1) = 2;"), "all start values belong to time 0, whatever time is written\n");
 }
 
 }  // namespace

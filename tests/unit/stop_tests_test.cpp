@@ -32,15 +32,16 @@ protected:
     /// One point at which the watched variable has this value and its right-hand side that one.
     bool point(real value, real rate) {
         ++calculus_.stepStamp;
-        if (!period_) period_ = std::make_unique<Period>(settings_, calculus_, watched_);
+        if (!period_) period_ = std::make_unique<Period>(options_, limits_, watched_);
         rate_->value = rate;
         shown_->value = value;
         return period_->found();
     }
 
-    Calculus calculus_;
+    SeriesLimits limits_;
+    Calculus calculus_{limits_, real{0.1}};
     Calculus::Scope scope_{calculus_};
-    PeriodSettings settings_;
+    PeriodOptions options_;
     Rate* rate_ = new Rate;
     Rate* shown_ = new Rate;
 
@@ -84,7 +85,7 @@ TEST_F(PeriodTest, OfOneValueIsFoundAtItsFirstReturn) {
 }
 
 TEST_F(PeriodTest, ComparesValuesStrictlyWithTheAccuracy) {
-    calculus_.limits.accuracy = 0.25L;
+    limits_.accuracy = 0.25L;
     EXPECT_FALSE(point(1, 0));
     EXPECT_FALSE(point(1.25L, 0));   // Recorded: the difference equals the accuracy.
     EXPECT_FALSE(point(1, 0));       // (1, 0)
@@ -94,7 +95,7 @@ TEST_F(PeriodTest, ComparesValuesStrictlyWithTheAccuracy) {
 }
 
 TEST_F(PeriodTest, LooksAtPointsWithARateFromZeroToTwiceTheAccuracyOnly) {
-    calculus_.limits.accuracy = 0.25L;
+    limits_.accuracy = 0.25L;
     constexpr real tiny = 0x1p-60L;
     EXPECT_FALSE(point(1, 0.5L));
     EXPECT_FALSE(point(1, -tiny));
@@ -105,7 +106,7 @@ TEST_F(PeriodTest, LooksAtPointsWithARateFromZeroToTwiceTheAccuracyOnly) {
 }
 
 TEST_F(PeriodTest, RecordsOneValueLessThanTheBufferHolds) {
-    settings_.periodicBuffer = 3;
+    options_.periodicBuffer = 3;
     EXPECT_FALSE(point(1, 0));
     EXPECT_FALSE(point(2, 0));
     EXPECT_FALSE(point(3, 0));  // Dropped.
@@ -116,7 +117,7 @@ TEST_F(PeriodTest, RecordsOneValueLessThanTheBufferHolds) {
 
 TEST_F(PeriodTest, IsNeverFoundWithABufferOfOneOrLess) {
     for (const int capacity : {1, 0, -1, std::numeric_limits<int>::min()}) {
-        settings_.periodicBuffer = capacity;
+        options_.periodicBuffer = capacity;
         period_.reset();
         for (int i = 0; i < 5; ++i) EXPECT_FALSE(point(1, 0)) << capacity;
     }
@@ -143,12 +144,11 @@ TEST(SteadyState, CountsPassesInARowInWhichEveryEquationWasSteady) {
 
 /// Steady equations among y' = rate and x = rate after one step of 0.5.
 int steadyEquations(real rate, unsigned steadyStop) {
-    Calculus calculus;
+    SeriesLimits limits;
+    limits.accuracy = 0.25L;
+    limits.steadyStop = steadyStop;
+    Calculus calculus(limits, 0.5L);
     const Calculus::Scope scope(calculus);
-    calculus.setMaxOrder(34);
-    calculus.changeStep(0.5L);
-    calculus.limits.accuracy = 0.25L;
-    calculus.limits.steadyStop = steadyStop;
     EquationTable equations;
     equations.enter(new Differential("y", Expr::Ref(new Number(rate)), 1));
     equations.enter(new Algebraic("x", Expr::Ref(new Number(rate))));

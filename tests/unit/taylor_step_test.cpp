@@ -31,20 +31,18 @@ TEST_F(EvaluationPass, ComputesAlgebraicEquationsAlsoWhenTheyWereAskedForBefore)
 
 /// y after ten points of y' = -y, the stamps moved to `stamp` before the sixth.
 real decayedAcross(int stamp, Evaluation evaluation) {
-    Settings settings;
-    const Calculus::Scope scope(settings);
-    
-    prepareText(*this, "y' = -y & 1;");
-    TaylorStep step(calculus, system.equations, evaluation);
+    Workbench bench;
+    prepareText(bench, "y' = -y & 1;");
+    TaylorStep step(bench.calculus, bench.system.equations, evaluation);
     for (int point = 0; point < 10; ++point) {
         if (point == 5) {
-            calculus.stepStamp = stamp;
-            calculus.prevStepStamp = stamp - 1;
+            bench.calculus.stepStamp = stamp;
+            bench.calculus.prevStepStamp = stamp - 1;
         }
         step.evaluate();
         step.accept();
     }
-    return system.equations.find("y")->result();
+    return bench.system.equations.find("y")->result();
 }
 
 TEST(Stamps, WrapWithoutHarm) {
@@ -54,6 +52,24 @@ TEST(Stamps, WrapWithoutHarm) {
         EXPECT_NEAR(static_cast<double>(plain), std::exp(-0.9), 1e-10);
         EXPECT_EQ(decayedAcross(std::numeric_limits<int>::max() - 2, evaluation), plain);
         EXPECT_EQ(decayedAcross(-3, evaluation), plain);
+    }
+}
+
+TEST(TermsOfNodes, AreThoseOfThePresentPointAlsoWhenAProgramSummedIt) {
+    for (const Evaluation evaluation : {Evaluation::NodeByNode, Evaluation::Scheduled}) {
+        Workbench bench;
+        prepareText(bench, "y' = -y & 1;");
+        TaylorStep step(bench.calculus, bench.system.equations, evaluation);
+        for (int point = 0; point < 8; ++point) {
+            step.evaluate();
+            step.accept();
+        }
+        step.evaluate();
+        Differential& y = *bench.system.equations.find("y");
+        const real start = y.startValue();
+        EXPECT_EQ(termOf(&y, 0), start);
+        EXPECT_EQ(termOf(&y, 1), -start * bench.calculus.step);
+        EXPECT_EQ(step.term(0, 1), -start * bench.calculus.step);
     }
 }
 

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+// Runs on several threads: each gives the bits that it gives alone. Meant to be read along by ThreadSanitizer.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "zirk/classic_integrator.hpp"
+
+using namespace zirk;
+
+namespace {
+
+const char* const lorenz = "x' = 10*(y - x) & 1; y' = x*(28 - z) - y & 1; z' = x*y - 8*z/3 & 1; r = sqrt(x*x + y*y);";
+const char* const pendulum = "a'' = -sin(a) & 2; e = a'*a'/2 - cos(a); s' = exp(-a*a) & 0; w' = tanh(a)*trunc(2*a);";
+/// Deep enough that formulas are walked and not recursed into.
+std::string chain() {
+    std::string text = "y' = z";
+    for (int i = 0; i < 2000; ++i) text += " - z/" + std::to_string(i + 2);
+    return text + " & 1; z'' = -z & 1;";
+}
+
+/// All values of all points, as bytes.
+std::string bitsOf(const Model& model, const ClassicOptions& options, Evaluation evaluation) {
+    ClassicIntegrator run(model, options, nullptr, evaluation);
+    std::string bits;
+    while (run.next() != ClassicIntegrator::Pass::End) {
+        for (std::size_t i = 0; i < run.size(); ++i) {
+            // Ten bytes hold an extended number; the rest is padding.
+            bits.append(reinterpret_cast<const char*>(&run.value(i)), 10);
+            for (const real& term : run.terms(i)) bits.append(reinterpret_cast<const char*>(&term), 10);
+        }
+    }
+    return bits;
+}
+
+ClassicOptions optionsFor(real end) {
+    ClassicOptions options;
+    options.tMax = end;
+    options.step = 0.03;
+    return options;
+}
+
+template <class Action>
+void onThreads(std::size_t count, const Action& action) {
+    std::vector<std::thread> threads;
+    for (std::size_t i = 0; i < count; ++i) threads.emplace_back([&action, i] { action(i); });
+    for (std::thread& thread : threads) thread.join();
+}
+
+TEST(TwoModels, OnTwoThreadsGiveEachItsOwnBits) {
+    const std::string texts[] = {lorenz, pendulum, chain()};
+    for (const Evaluation evaluation : {Evaluation::Scheduled, Evaluation::NodeByNode}) {
+        std::string alone[3];
+        std::string together[3];
+        for (int i = 0; i < 3; ++i) alone[i] = bitsOf(Model::fromText(texts[i]), optionsFor(1 + i), evaluation);
+        onThreads(3, [&](std::size_t i) {
+            together[i] = bitsOf(Model::fromText(texts[i]), optionsFor(1 + static_cast<real>(i)), evaluation);
+        });
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_GT(alone[i].size(), 1000u);
+            EXPECT_EQ(alone[i], together[i]) << i;
+        }
+    }
+}
+
+TEST(OneModel, IsRunOnSeveralThreadsAtOnce) {
+    const Model model = Model::fromText(lorenz);
+    const std::string alone = bitsOf(Model::fromText(lorenz), optionsFor(2), Evaluation::Scheduled);
+    std::vector<std::string> together(4);
+    onThreads(4, [&](std::size_t i) { together[i] = bitsOf(model, optionsFor(2), Evaluation::Scheduled); });
+    for (const std::string& bits : together) EXPECT_EQ(bits, alone);
+}
+
+TEST(OneModel, OutlivesTheThreadThatMadeIt) {
+    std::unique_ptr<Model> model;
+    onThreads(1, [&](std::size_t) { model = std::make_unique<Model>(Model::fromText(pendulum)); });
+    const std::string alone = bitsOf(Model::fromText(pendulum), optionsFor(1), Evaluation::Scheduled);
+    std::string elsewhere;
+    onThreads(1, [&](std::size_t) { elsewhere = bitsOf(*model, optionsFor(1), Evaluation::Scheduled); });
+    EXPECT_EQ(elsewhere, alone);
+    EXPECT_EQ(bitsOf(*model, optionsFor(1), Evaluation::Scheduled), alone) << "once more, from its text";
+}
+
+TEST(OneRun, MovesFromThreadToThread) {
+    const Model model = Model::fromText(lorenz);
+    ClassicIntegrator run(model, optionsFor(1));
+    ClassicIntegrator other(model, optionsFor(1));
+    while (other.next() != ClassicIntegrator::Pass::End) {
+    }
+    bool ended = false;
+    while (!ended) {
+        onThreads(1, [&](std::size_t) { ended = run.next() == ClassicIntegrator::Pass::End; });
+    }
+    EXPECT_EQ(run.value("x"), other.value("x"));
+    EXPECT_EQ(run.time(), 1);
+}
+
+TEST(Errors, OnSeveralThreadsAreEachThrowersOwn) {
+    std::vector<std::string> texts(4);
+    onThreads(4, [&](std::size_t i) {
+        try {
+            bitsOf(Model::fromText("y" + std::to_string(i) + "' = ;"), {}, Evaluation::Scheduled);
+        } catch (const ParseError& error) {
+            texts[i] = error.what() + std::to_string(error.column());
+        }
+    });
+    for (const std::string& text : texts) EXPECT_EQ(text, "ERROR: parse error \";\" at line #17");
+}
+
+}  // namespace
