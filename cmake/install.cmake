@@ -1,7 +1,43 @@
 # SPDX-License-Identifier: MIT
 # Says where everything goes. All places are relative to the prefix; documents and examples are taken by directory.
-install(TARGETS zirk RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+#
+# Components, each a package of its own where packages are made: command, shared (the library for programs that run), and
+# development (what it takes to compile such programs).
+include(CMakePackageConfigHelpers)
 
+install(TARGETS zirk RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT command)
+
+install(TARGETS zirk_static EXPORT zirk-static
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
+  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+if(ZIRK_SHARED)
+  install(TARGETS zirk_shared EXPORT zirk-shared
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT shared NAMELINK_COMPONENT development
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+endif()
+install(FILES ${ZIRK_PUBLIC_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zirk COMPONENT development)
+
+# find_package(zirk) and pkg-config. Both find the rest from where they are themselves, so that a whole prefix may move.
+set(ZIRK_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/zirk)
+foreach(kind static shared)
+  if(kind STREQUAL "static" OR ZIRK_SHARED)
+    install(EXPORT zirk-${kind} NAMESPACE zirk:: FILE zirk-${kind}.cmake DESTINATION ${ZIRK_CMAKE_DIR}
+      COMPONENT development)
+  endif()
+endforeach()
+configure_package_config_file(cmake/zirk-config.cmake.in ${PROJECT_BINARY_DIR}/zirk-config.cmake
+  INSTALL_DESTINATION ${ZIRK_CMAKE_DIR} NO_SET_AND_CHECK_MACRO NO_CHECK_REQUIRED_COMPONENTS_MACRO)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/zirk-config-version.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/zirk-config.cmake ${PROJECT_BINARY_DIR}/zirk-config-version.cmake
+  DESTINATION ${ZIRK_CMAKE_DIR} COMPONENT development)
+
+set(ZIRK_PKGCONFIG_DIR ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH ZIRK_PREFIX_FROM_PKGCONFIG /prefix/${ZIRK_PKGCONFIG_DIR} /prefix)
+string(REGEX REPLACE "/$" "" ZIRK_PREFIX_FROM_PKGCONFIG ${ZIRK_PREFIX_FROM_PKGCONFIG})
+configure_file(cmake/zirk.pc.in ${PROJECT_BINARY_DIR}/zirk.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/zirk.pc DESTINATION ${ZIRK_PKGCONFIG_DIR} COMPONENT development)
+
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME command)
 install(FILES man/zirk.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES man/zirkrc.5 DESTINATION ${CMAKE_INSTALL_MANDIR}/man5)
 

@@ -1,14 +1,13 @@
 # SPDX-License-Identifier: MIT
-# Describes the Debian package: cmake --build BUILD --target package, or scripts/package.
+# Describes the Debian packages: cmake --build BUILD --target package, or scripts/package.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME zirk)
 set(CPACK_PACKAGE_VENDOR "The zirk authors")
 set(CPACK_PACKAGE_CONTACT "The zirk authors <zirk@example.org>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "solver for initial-value problems by Taylor series")
-set(CPACK_PACKAGE_DESCRIPTION
-"zirk reads ordinary differential equations as plain text and prints their
-solution as a table, or as a script that draws it with gnuplot.
-.
+# Every package has a summary of its own, to which CPack would add this one.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
+set(what "solver for initial-value problems by Taylor series")
+set(about "
 It uses Taylor series of whatever order a point asks for, with steps of
 variable size, in the 80-bit extended precision of x86 processors.")
 set(CPACK_STRIP_FILES ON)
@@ -16,15 +15,59 @@ set(CPACK_VERBATIM_VARIABLES ON)
 
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
-set(CPACK_DEBIAN_PACKAGE_SECTION math)
+set(CPACK_DEBIAN_PACKAGE_SOURCE zirk)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# Only scripts of -g start it.
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS gnuplot)
 
-# What Debian wants in another form than other systems: see the script.
+# One package per component: the command, which needs no other; the library; and what compiling against it takes.
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL command development)
+if(ZIRK_SHARED)
+  list(APPEND CPACK_COMPONENTS_ALL shared)
+endif()
+set(library_package libzirk${PROJECT_VERSION_MAJOR})
+set(package_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
+
+set(CPACK_DEBIAN_COMMAND_PACKAGE_NAME zirk)
+set(CPACK_DEBIAN_COMMAND_PACKAGE_SECTION math)
+# Only scripts of -g start it.
+set(CPACK_DEBIAN_COMMAND_PACKAGE_SUGGESTS gnuplot)
+set(CPACK_DEBIAN_COMMAND_DESCRIPTION
+"${what}
+zirk reads ordinary differential equations as plain text and prints their
+solution as a table, or as a script that draws it with gnuplot.
+.${about}")
+
+set(CPACK_DEBIAN_SHARED_PACKAGE_NAME ${library_package})
+set(CPACK_DEBIAN_SHARED_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_SHARED_DESCRIPTION
+"${what} - shared library
+This library reads ordinary differential equations as plain text and solves
+them point by point, to the same bits as the command zirk.
+.${about}")
+# Written by packaging/finish.cmake.
+set(CPACK_ZIRK_CONTROL_DIR ${PROJECT_BINARY_DIR}/packaging)
+set(CPACK_DEBIAN_SHARED_PACKAGE_CONTROL_EXTRA
+  ${CPACK_ZIRK_CONTROL_DIR}/shlibs ${CPACK_ZIRK_CONTROL_DIR}/symbols ${CPACK_ZIRK_CONTROL_DIR}/triggers)
+
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libzirk-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "zirk, pkg-config")
+if(ZIRK_SHARED)
+  set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${library_package} (= ${package_version})")
+endif()
+set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
+"${what} - development files
+Headers, static library, and what CMake and pkg-config need to compile C++
+programs that solve ordinary differential equations by the library of zirk.
+.${about}")
+
+# What Debian wants in another form than other systems: see the scripts.
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/finish.cmake)
+set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/without_scripts.cmake)
 set(CPACK_ZIRK_PACKAGING_DIR ${PROJECT_SOURCE_DIR}/packaging)
+set(CPACK_ZIRK_SOURCE_DIR ${PROJECT_SOURCE_DIR})
+set(CPACK_ZIRK_LIBRARY_PACKAGE ${library_package})
 
 # The target package_source packs the whole folder; scripts/tarball packs the files under version control.
 set(CPACK_SOURCE_GENERATOR TGZ)

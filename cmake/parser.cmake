@@ -11,8 +11,15 @@ bison_target(grammar lang/grammar.y ${ZIRK_GENERATED_DIR}/lang/grammar.cpp
   DEFINES_FILE ${ZIRK_GENERATED_DIR}/lang/grammar.hpp)
 add_flex_bison_dependency(scanner grammar)
 
-add_library(zirk_parser OBJECT ${FLEX_scanner_OUTPUTS} ${BISON_grammar_OUTPUTS})
-target_link_libraries(zirk_parser PRIVATE zirk_options)
-target_include_directories(zirk_parser PRIVATE ${ZIRK_GENERATED_DIR})
-target_compile_options(zirk_parser PRIVATE -w)
-set_target_properties(zirk_parser PROPERTIES CXX_CLANG_TIDY "")
+add_custom_target(zirk_generated DEPENDS ${FLEX_scanner_OUTPUTS} ${BISON_grammar_OUTPUTS})
+
+# add_zirk_parser(NAME): objects of scanner and parser.
+function(add_zirk_parser name)
+  add_library(${name} OBJECT ${FLEX_scanner_OUTPUTS} ${BISON_grammar_OUTPUTS})
+  # Two targets take the same files: one rule makes them.
+  add_dependencies(${name} zirk_generated)
+  target_link_libraries(${name} PRIVATE zirk_options)
+  target_include_directories(${name} PRIVATE ${ZIRK_GENERATED_DIR})
+  target_compile_options(${name} PRIVATE -w)
+  set_target_properties(${name} PROPERTIES CXX_CLANG_TIDY "")
+endfunction()
