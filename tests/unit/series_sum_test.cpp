@@ -68,6 +68,10 @@ TEST_F(Sum, WantsZerosWhereTheBoundIsTooSmallForANumber) {
     EXPECT_EQ(of({4 * smallest, 0}).negligible, 1);
 }
 
+TEST_F(Sum, NeverEndsOnZerosBehindWhatIsNoNumber) {
+    EXPECT_EQ(of({std::numeric_limits<real>::quiet_NaN(), 0, 0, 0}).k, 4);
+}
+
 TEST_F(Sum, TakesAllTermsWhenAsked) {
     limits.useAllTerms = true;
     // Only terms from 10 - 2 on count, so that the limit ends the sum.
