@@ -40,22 +40,22 @@ void TaylorStep::evaluate() {
     claimTerms();
     calculus_.orderUsed = 0;
     steadyCount_ = 0;
-    // What the schedule leaves is summed by the nodes, when their turn comes below.
-    isScheduled_ = evaluation_ == Evaluation::Scheduled && schedule_.sumAll();
-    if (isScheduled_ && place_.empty()) findPlaces();
+    // What the chooser leaves is summed by the nodes, when their turn comes below.
+    isCompiled_ = evaluation_ == Evaluation::Scheduled && chooser_.sumAll();
+    if (isCompiled_ && place_.empty()) findPlaces();
     for (Differential* variable : equations_.list()) {
         const bool isAlgebraic = variable->type() == ExprType::Algebraic;
         real value = 0;
         // Algebraic equations are computed at every visit, also when somebody asked for them before.
         if (isAlgebraic) calculus_.forceRecompute = true;
-        if (isAlgebraic || !isScheduled_) variable->Value(value);
+        if (isAlgebraic || !isCompiled_) variable->Value(value);
         if (variable->isSteady()) ++steadyCount_;
         if (isAlgebraic) calculus_.forceRecompute = false;
     }
 }
 
 void TaylorStep::findPlaces() {
-    int place = 0;
+    SlotIndex place = 0;
     for (const Differential* variable : equations_.list()) {
         place_.push_back(variable->type() == ExprType::Algebraic ? place : place++);
     }
@@ -63,12 +63,12 @@ void TaylorStep::findPlaces() {
 
 int TaylorStep::highestTerm(std::size_t variable) {
     const Differential& asked = *equations_.list()[variable];
-    const bool isNodes = !isScheduled_ || asked.type() == ExprType::Algebraic;
-    return isNodes ? asked.highestTerm() : schedule_.highestTerm(place_[variable]);
+    const bool isNodes = !isCompiled_ || asked.type() == ExprType::Algebraic;
+    return isNodes ? asked.highestTerm() : chooser_.highestTerm(place_[variable]);
 }
 
 real TaylorStep::term(std::size_t variable, int k) const {
-    return isScheduled_ ? schedule_.term(place_[variable], k) : equations_.list()[variable]->term(k);
+    return isCompiled_ ? chooser_.term(place_[variable], k) : equations_.list()[variable]->term(k);
 }
 
 void TaylorStep::accept() {

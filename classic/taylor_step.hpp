@@ -4,7 +4,7 @@
 
 #include "expr/calculus.hpp"
 #include "lang/equation_table.hpp"
-#include "series/schedule.hpp"
+#include "series/chooser.hpp"
 #include "zirk/classic_integrator.hpp"
 
 namespace zirk {
@@ -13,7 +13,7 @@ namespace zirk {
 class TaylorStep {
 public:
     TaylorStep(Calculus& calculus, const EquationTable& equations, Evaluation evaluation)
-        : calculus_(calculus), equations_(equations), evaluation_(evaluation), schedule_(calculus, equations) {}
+        : calculus_(calculus), equations_(equations), evaluation_(evaluation), chooser_(calculus, equations) {}
 
     /// Values of all equations at the current time. Leaves the order used in the calculus.
     void evaluate();
@@ -41,11 +41,11 @@ private:
     Calculus& calculus_;
     const EquationTable& equations_;
     const Evaluation evaluation_;
-    Schedule schedule_;
+    Chooser chooser_;
     /// The program and not the nodes made the last pass.
-    bool isScheduled_ = false;
+    bool isCompiled_ = false;
     /// Per equation: how many differential variables come before it.
-    std::vector<int> place_;
+    std::vector<SlotIndex> place_;
     bool termsClaimed_ = false;
     int steadyCount_ = 0;
 };

@@ -1,156 +1,171 @@
 // SPDX-License-Identifier: MIT
 // Which slots have the same terms: refinement of a partition until it is stable.
+#include "series/congruence.hpp"
+
 #include <algorithm>
 #include <numeric>
 #include <tuple>
 
-#include "series/term_graph.hpp"
 #include "text/extended_bits.hpp"
 
 namespace zirk {
 
 namespace {
 
-std::size_t at(int i) { return static_cast<std::size_t>(i); }
+constexpr std::uint32_t none = TermGraph::none;
 
 /// What tells slots apart before their operands are looked at.
-struct Label {
-    TermGraph::Kind kind;
-    std::uint16_t signAndExponent;
-    std::uint64_t mantissa;
+using Label = std::tuple<ExprType, std::uint16_t, std::uint64_t>;
 
-    bool operator<(const Label& other) const {
-        return std::tie(kind, signAndExponent, mantissa) < std::tie(other.kind, other.signAndExponent, other.mantissa);
-    }
-};
-
-Label labelOf(const TermGraph& graph, int slot) {
-    const TermGraph::Kind kind = graph[slot].kind;
-    if (kind == TermGraph::Kind::Variable || kind == TermGraph::Kind::Number) {
+Label labelOf(const TermGraph& graph, SlotIndex slot) {
+    const ExprType type = graph[slot].type;
+    if (graph.isVariable(slot) || type == ExprType::Number) {
+        // Before it the start value is that of another point.
+        graph[slot].node->BeginStep();
         const ExtendedBits bits = bitsOf(graph[slot].node->startValue());
-        return {kind, bits.signAndExponent, bits.mantissa};
+        return {type, bits.signAndExponent, bits.mantissa};
     }
     // Every time node has a value of its own, and so has every algebraic variable.
-    return {kind, 0, graph.isLeaf(slot) ? static_cast<std::uint64_t>(slot) : 0};
+    return {type, 0, graph.isLeaf(slot) ? slot : 0};
 }
 
 /// Slots in classes; a class is a range of `members_`.
 class Partition {
 public:
-    explicit Partition(const TermGraph& graph) : members_(at(graph.size())), place_(members_.size()), of_(place_) {
+    using ClassIndex = std::uint32_t;
+
+    explicit Partition(const TermGraph& graph) : members_(graph.size()), place_(graph.size()), classOf_(graph.size()) {
         std::vector<Label> labels;
         labels.reserve(members_.size());
-        for (int slot = 0; slot < graph.size(); ++slot) labels.push_back(labelOf(graph, slot));
+        for (SlotIndex slot = 0; slot < graph.size(); ++slot) labels.push_back(labelOf(graph, slot));
         std::iota(members_.begin(), members_.end(), 0);
-        std::sort(members_.begin(), members_.end(), [&](int a, int b) { return labels[at(a)] < labels[at(b)]; });
-        for (int i = 0; i < graph.size(); ++i) {
-            const int slot = members_[at(i)];
-            if (i == 0 || labels[at(members_[at(i - 1)])] < labels[at(slot)]) classes_.push_back({i, i, 0});
+        std::sort(members_.begin(), members_.end(), [&](SlotIndex a, SlotIndex b) { return labels[a] < labels[b]; });
+        for (std::uint32_t i = 0; i < graph.size(); ++i) {
+            const SlotIndex slot = members_[i];
+            if (i == 0 || labels[members_[i - 1]] < labels[slot]) classes_.push_back({i, i, 0});
             ++classes_.back().end;
-            place_[at(slot)] = i;
-            of_[at(slot)] = static_cast<int>(classes_.size()) - 1;
+            place_[slot] = i;
+            classOf_[slot] = count() - 1;
         }
     }
 
-    int count() const { return static_cast<int>(classes_.size()); }
-    const int* begin(int which) const { return members_.data() + classes_[at(which)].begin; }
-    const int* end(int which) const { return members_.data() + classes_[at(which)].end; }
+    ClassIndex count() const { return static_cast<ClassIndex>(classes_.size()); }
+    const SlotIndex* begin(ClassIndex which) const { return members_.data() + classes_[which].begin; }
+    const SlotIndex* end(ClassIndex which) const { return members_.data() + classes_[which].end; }
 
-    /// Moves a slot to the marked part of its class; true for the first one of the class.
-    bool mark(int slot, int& which) {
-        which = of_[at(slot)];
-        Class& home = classes_[at(which)];
-        const int border = home.begin + home.marked;
-        if (place_[at(slot)] < border) return false;
-        const int other = members_[at(border)];
-        std::swap(members_[at(border)], members_[at(place_[at(slot)])]);
-        place_[at(other)] = place_[at(slot)];
-        place_[at(slot)] = border;
-        return home.marked++ == 0;
+    /// Moves a slot to the marked part of its class; the class when it is the first one there, else none.
+    ClassIndex mark(SlotIndex slot) {
+        const ClassIndex which = classOf_[slot];
+        Class& home = classes_[which];
+        const std::uint32_t border = home.begin + home.marked;
+        if (place_[slot] < border) return none;
+        const SlotIndex other = members_[border];
+        std::swap(members_[border], members_[place_[slot]]);
+        place_[other] = place_[slot];
+        place_[slot] = border;
+        return home.marked++ == 0 ? which : none;
     }
 
-    /// Splits marked from unmarked members; the smaller part becomes a new class. -1 when all were marked.
-    int split(int which) {
-        Class& home = classes_[at(which)];
-        const int border = home.begin + home.marked;
+    /// Splits marked from unmarked members; the smaller part becomes a new class. None when all were marked.
+    ClassIndex split(ClassIndex which) {
+        Class& home = classes_[which];
+        const std::uint32_t border = home.begin + home.marked;
         const bool markedIsSmaller = home.marked <= home.end - border;
         home.marked = 0;
-        if (border == home.end) return -1;
+        if (border == home.end) return none;
         const Class smaller = markedIsSmaller ? Class{home.begin, border, 0} : Class{border, home.end, 0};
         (markedIsSmaller ? home.begin : home.end) = border;
-        const int added = count();
+        const ClassIndex added = count();
         classes_.push_back(smaller);
-        for (int i = smaller.begin; i < smaller.end; ++i) of_[at(members_[at(i)])] = added;
+        for (std::uint32_t i = smaller.begin; i < smaller.end; ++i) classOf_[members_[i]] = added;
         return added;
     }
 
 private:
     struct Class {
-        int begin;
-        int end;
-        int marked;
+        std::uint32_t begin;
+        std::uint32_t end;
+        std::uint32_t marked;
     };
 
-    std::vector<int> members_;
-    std::vector<int> place_;
-    std::vector<int> of_;
+    std::vector<SlotIndex> members_;
+    std::vector<std::uint32_t> place_;
+    std::vector<ClassIndex> classOf_;
     std::vector<Class> classes_;
 };
 
 /// The slots that have a given slot as their left (or right) operand, for all slots in one list.
 struct Users {
-    Users(const TermGraph& graph, bool left) : begin(at(graph.size()) + 1, 0) {
-        const auto operandOf = [&](int slot) { return left ? graph[slot].left : graph[slot].right; };
-        for (int slot = 0; slot < graph.size(); ++slot) {
-            if (operandOf(slot) != TermGraph::none) ++begin[at(operandOf(slot)) + 1];
+    Users(const TermGraph& graph, SlotIndex TermGraph::Slot::*operand) : begin(graph.size() + std::size_t{1}) {
+        for (const TermGraph::Slot& slot : graph.slots) {
+            if (slot.*operand != none) ++begin[slot.*operand + std::size_t{1}];
         }
         std::partial_sum(begin.begin(), begin.end(), begin.begin());
-        list.resize(at(begin.back()));
-        std::vector<int> next(begin.begin(), begin.end() - 1);
-        for (int slot = 0; slot < graph.size(); ++slot) {
-            if (operandOf(slot) != TermGraph::none) list[at(next[at(operandOf(slot))]++)] = slot;
+        list.resize(begin.back());
+        std::vector<std::uint32_t> next(begin.begin(), begin.end() - 1);
+        for (SlotIndex slot = 0; slot < graph.size(); ++slot) {
+            if (graph[slot].*operand != none) list[next[graph[slot].*operand]++] = slot;
         }
     }
 
-    std::vector<int> begin;
-    std::vector<int> list;
+    std::vector<std::uint32_t> begin;
+    std::vector<SlotIndex> list;
 };
 
 }  // namespace
 
-std::vector<int> congruentSlots(const TermGraph& graph) {
+std::vector<SlotIndex> firstCongruent(const TermGraph& graph) {
     Partition partition(graph);
-    const Users users[] = {Users(graph, true), Users(graph, false)};
-    std::vector<int> waiting(at(partition.count()));
+    const Users users[] = {Users(graph, &TermGraph::Slot::left), Users(graph, &TermGraph::Slot::right)};
+    std::vector<Partition::ClassIndex> waiting(partition.count());
     std::iota(waiting.begin(), waiting.end(), 0);
-    std::vector<int> splitter;
-    std::vector<int> touched;
+    std::vector<SlotIndex> splitter;
+    std::vector<Partition::ClassIndex> touched;
     // A class that still waits and is split needs both parts; one that is done needs only one of them, the smaller.
     // The new part is always the smaller one, and the other keeps its number and so its place in the list.
     while (!waiting.empty()) {
-        const int which = waiting.back();
+        const Partition::ClassIndex which = waiting.back();
         waiting.pop_back();
         splitter.assign(partition.begin(which), partition.end(which));
         for (const Users& side : users) {
-            for (const int slot : splitter) {
-                for (int i = side.begin[at(slot)]; i < side.begin[at(slot) + 1]; ++i) {
-                    int home = 0;
-                    if (partition.mark(side.list[at(i)], home)) touched.push_back(home);
+            for (const SlotIndex slot : splitter) {
+                for (std::uint32_t i = side.begin[slot]; i < side.begin[slot + std::size_t{1}]; ++i) {
+                    const Partition::ClassIndex home = partition.mark(side.list[i]);
+                    if (home != none) touched.push_back(home);
                 }
             }
-            for (const int home : touched) {
-                const int added = partition.split(home);
-                if (added >= 0) waiting.push_back(added);
+            for (const Partition::ClassIndex home : touched) {
+                const Partition::ClassIndex added = partition.split(home);
+                if (added != none) waiting.push_back(added);
             }
             touched.clear();
         }
     }
-    std::vector<int> first(at(graph.size()));
-    for (int which = 0; which < partition.count(); ++which) {
-        const int lowest = *std::min_element(partition.begin(which), partition.end(which));
-        for (const int* slot = partition.begin(which); slot != partition.end(which); ++slot) first[at(*slot)] = lowest;
+    std::vector<SlotIndex> first(graph.size());
+    for (Partition::ClassIndex which = 0; which < partition.count(); ++which) {
+        const SlotIndex lowest = *std::min_element(partition.begin(which), partition.end(which));
+        for (const SlotIndex* slot = partition.begin(which); slot != partition.end(which); ++slot)
+            first[*slot] = lowest;
     }
     return first;
+}
+
+DistinctTerms::DistinctTerms(const TermGraph& whole) : representative(firstCongruent(whole)) {
+    // Rising slots: a first slot has its number before those that it stands for ask for it.
+    for (SlotIndex slot = 0; slot < whole.size(); ++slot) {
+        const bool isFirst = representative[slot] == slot;
+        representative[slot] = isFirst ? graph.size() : representative[representative[slot]];
+        if (!isFirst) continue;
+        graph.slots.push_back(whole[slot]);
+        if (whole.isVariable(slot)) ++graph.variables;
+    }
+    const auto represent = [this](SlotIndex& operand) {
+        if (operand != none) operand = representative[operand];
+    };
+    for (TermGraph::Slot& slot : graph.slots) {
+        represent(slot.left);
+        represent(slot.right);
+    }
 }
 
 }  // namespace zirk

@@ -15,16 +15,18 @@ class HighestTerms {
 public:
     explicit HighestTerms(const TermGraph& graph) : graph_(graph) {}
 
-    /// `highest[i]`: index of the last term of variable i; in: of its own sum, out: as the nodes have it.
-    void spread(std::vector<int>& highest);
+    /// Per variable the index of its last term as the nodes have it, from that of its own sum.
+    std::vector<int> spread(std::vector<int> highest);
 
 private:
-    void raise(int root, int highest);
+    void raise(SlotIndex root, int highest);
+    std::vector<SlotIndex>& level(int highest) { return levels_[static_cast<std::size_t>(highest)]; }
 
     const TermGraph& graph_;
     std::vector<int> reached_;
-    std::vector<int> pending_;
-    std::vector<std::vector<int>> levels_;
+    std::vector<SlotIndex> pending_;
+    /// Variables by the highest term that they have reached.
+    std::vector<std::vector<SlotIndex>> levels_;
 };
 
 }  // namespace zirk

@@ -13,27 +13,25 @@ constexpr std::size_t termsAtFirst = 40;
 
 /// Runs orders `first` to `last`; returns the first one in which some cell cannot hold its term, or last + 1.
 template <class Cell>
-int runOrders(const Program& program, int first, int last, std::size_t rowSize, const real* factors,
-              OrderTerms<Cell>& terms) {
+std::size_t runOrders(const Program& program, std::size_t first, std::size_t last, std::size_t variables,
+                      const real* factors, OrderTerms<Cell>& terms) {
     using Code = Program::Code;
     using Result = Program::Result;
     const Program::Instruction* const begin = program.instructions.data();
     const Program::Instruction* const end = begin + program.instructions.size();
     Cell* const now = terms.now.data();
-    Cell* row = terms.rows.data() + static_cast<std::size_t>(first) * rowSize;
+    Cell* row = terms.rows.data() + first * variables;
     TermArrays<Cell>& arrays = terms.arrays;
-    const auto at = [&](const Program::Operand& operand) -> real {
-        return (operand.ofVariable ? row : now)[operand.index];
-    };
-    for (int k = first; k <= last; ++k) {
-        Cell* const nextRow = row + rowSize;
+    const auto at = [&](SlotIndex slot) -> real { return (slot < variables ? row : now)[slot]; };
+    for (std::size_t k = first; k <= last; ++k) {
+        Cell* const nextRow = row + variables;
         const real& factor = factors[k + 1];
         // At order 0 the present term of a constant is the constant.
         const Cell* const constant = k == 0 ? now : terms.constant.data();
         real acc = 0;
         bool allHeld = true;
         for (const Program::Instruction* i = begin; i != end; ++i) {
-            if (i->load.index != TermGraph::none) acc = at(i->load);
+            if (i->load != TermGraph::none) acc = at(i->load);
             switch (i->code) {
                 case Code::Nothing:
                     break;
@@ -55,22 +53,22 @@ int runOrders(const Program& program, int first, int last, std::size_t rowSize, 
                 // One factor is constant: the other products are exact zeros as long as every term is finite. Adding to
                 // zero stays: it turns a negative zero into a positive one.
                 case Code::Scale:
-                    acc = 0 + acc * constant[i->a.index];
+                    acc = 0 + acc * constant[i->a];
                     break;
                 case Code::Ratio:
-                    acc = acc / constant[i->a.index];
+                    acc = acc / constant[i->a];
                     break;
                 case Code::Product:
-                    acc = arrays.sum(i->a.index, k, i->b, 0, k + 1);
+                    acc = arrays.sum(i->a, k, i->b, 0, k + 1);
                     break;
                 case Code::PlusProduct:
-                    acc = acc + arrays.sum(i->a.index, k, i->b, 0, k + 1);
+                    acc = acc + arrays.sum(i->a, k, i->b, 0, k + 1);
                     break;
                 case Code::MinusProduct:
-                    acc = acc - arrays.sum(i->a.index, k, i->b, 0, k + 1);
+                    acc = acc - arrays.sum(i->a, k, i->b, 0, k + 1);
                     break;
                 case Code::Quotient:
-                    acc = (acc - arrays.sum(i->b, k, i->a.index, 0, k)) / arrays.at(i->b, 0);
+                    acc = (acc - arrays.sum(i->b, k, i->a, 0, k)) / arrays.at(i->b, 0);
                     break;
             }
             // Tests that the processor foresees cost less than one more switch.
@@ -97,7 +95,7 @@ int runOrders(const Program& program, int first, int last, std::size_t rowSize, 
 OrderRun::OrderRun(std::size_t slots, std::size_t variables, std::size_t arrays)
     : variables_(variables), narrow_(slots, variables, arrays, termsAtFirst), wide_(0, 0, arrays, 0) {}
 
-void OrderRun::clear() {
+void OrderRun::beginPoint() {
     if (!isWide_) {
         retreat_.succeed();
     } else if (!beganWide_) {
@@ -107,11 +105,12 @@ void OrderRun::clear() {
     isWide_ = beganWide_;
 }
 
-void OrderRun::grow(int last) {
-    reserved_ = 2 * last;
-    const auto makeRoom = [&](auto& terms) {
-        terms.rows.resize((static_cast<std::size_t>(reserved_) + 2) * variables_);
-        terms.arrays.reserve(reserved_ + 1);
+void OrderRun::reserve(std::size_t terms) {
+    if (terms <= terms_) return;
+    terms_ = 2 * terms;
+    const auto makeRoom = [&](auto& form) {
+        form.rows.resize(terms_ * variables_);
+        form.arrays.reserve(terms_);
     };
     makeRoom(narrow_);
     // In use now or to be used again.
@@ -135,37 +134,36 @@ bool OrderRun::storeOne(const Action& action) {
     return action(wide_);
 }
 
-bool OrderRun::setStart(int variable, int array, const real& start) {
-    return storeOne([&](auto& terms) {
-        const bool held = store(terms.rows[static_cast<std::size_t>(variable)], start);
-        return array == TermGraph::none ? held : held && store(terms.arrays.at(array, 0), start);
+bool OrderRun::setStart(SlotIndex variable, ArrayIndex array, const real& start) {
+    return storeOne([&](auto& form) {
+        const bool held = store(form.rows[variable], start);
+        return array == TermGraph::none ? held : held && store(form.arrays.at(array, 0), start);
     });
 }
 
-bool OrderRun::setNow(int slot, real term) {
-    return storeOne([&](auto& terms) { return store(terms.now[static_cast<std::size_t>(slot)], term); });
+bool OrderRun::setNow(SlotIndex slot, real term) {
+    return storeOne([&](auto& form) { return store(form.now[slot], term); });
 }
 
-void OrderRun::keepConstants(const std::vector<int>& slots) {
-    const auto keep = [&](auto& terms) {
-        for (const int slot : slots)
-            terms.constant[static_cast<std::size_t>(slot)] = terms.now[static_cast<std::size_t>(slot)];
+void OrderRun::keepConstants(const std::vector<SlotIndex>& slots) {
+    const auto keep = [&](auto& form) {
+        for (const SlotIndex slot : slots) form.constant[slot] = form.now[slot];
     };
-    if (isWide_) {
-        keep(wide_);
-    } else {
-        keep(narrow_);
-    }
+    isWide_ ? keep(wide_) : keep(narrow_);
 }
 
 bool OrderRun::run(const Program& program, int first, int last, StepTable& stepTable) {
     const real* const factors = stepTable.upTo(last + 1);
+    const auto end = static_cast<std::size_t>(last);
+    auto next = static_cast<std::size_t>(first);
+    // Of the terms up to last + 1.
+    reserve(end + 2);
     if (!isWide_) {
-        first = runOrders(program, first, last, variables_, factors, narrow_);
-        if (first > last) return true;
+        next = runOrders(program, next, end, variables_, factors, narrow_);
+        if (next > end) return true;
         goWide();
     }
-    return runOrders(program, first, last, variables_, factors, wide_) > last;
+    return runOrders(program, next, end, variables_, factors, wide_) > end;
 }
 
 }  // namespace zirk

@@ -17,7 +17,7 @@ struct OrderTerms {
     OrderTerms(std::size_t slots, std::size_t variables, std::size_t arrayCount, std::size_t terms)
         : now(slots), constant(slots), rows(variables), arrays(arrayCount, terms) {}
 
-    /// Per slot that is not a variable: the term of the present order, and term 0 of constants.
+    /// Per slot, not used by variables: the term of the present order, and term 0 of constants.
     std::vector<Cell> now;
     std::vector<Cell> constant;
     /// Terms of all variables, one row per order.
@@ -27,54 +27,52 @@ struct OrderTerms {
 
 /// The terms of one point.
 ///
-/// All are kept as pairs of doubles until one comes that two doubles cannot hold. From there to the end of the point
-/// all are kept as they are, and the next points may begin so; when a term is not finite, that is told. Orders have to
-/// be run in rising order, and `reserve` makes room before.
+/// All are kept as pairs of doubles until one comes that two doubles cannot hold. Its order runs again, and from there
+/// to the end of the point all are kept as they are; the next points may begin so. When a term is not finite, that is
+/// told. Orders have to be run in rising order.
 class OrderRun {
 public:
+    /// For programs that name so many slots, variables among them, and arrays.
     OrderRun(std::size_t slots, std::size_t variables, std::size_t arrays);
 
     /// Forgets all terms: a new point begins.
-    void clear();
-
-    /// Makes room for running orders up to `last`.
-    void reserve(int last) {
-        if (last > reserved_) grow(last);
-    }
+    void beginPoint();
 
     /// Term 0 of a variable, kept in `array` as well unless that is none. False when it is not finite.
-    bool setStart(int variable, int array, const real& start);
+    bool setStart(SlotIndex variable, ArrayIndex array, const real& start);
 
-    /// The present term of a slot. False when it is not finite.
-    bool setNow(int slot, real term);
+    /// The present term of a slot that is no variable. False when it is not finite.
+    bool setNow(SlotIndex slot, real term);
 
     /// Takes the present term of each of these slots for its term 0 as a constant.
-    void keepConstants(const std::vector<int>& slots);
+    void keepConstants(const std::vector<SlotIndex>& slots);
 
     /// Runs orders `first` to `last`: order k gives terms k of all slots from terms k of all variables, and terms k + 1
     /// of the variables. False as soon as some term is not finite.
     bool run(const Program& program, int first, int last, StepTable& stepTable);
 
-    real term(int variable, int k) const {
+    real term(SlotIndex variable, int k) const {
         const std::size_t index = at(variable, k);
         return isWide_ ? wide_.rows[index] : static_cast<real>(narrow_.rows[index]);
     }
 
     /// Adds terms `first` to `last` of a variable, but none after the last that the sum wants.
-    void addTerms(SeriesSum& sum, int variable, int first, int last, const Calculus& calculus) const {
+    void addTerms(SeriesSum& sum, SlotIndex variable, int first, int last, const Calculus& calculus) const {
+        const std::size_t index = at(variable, first);
         const int count = last - first + 1;
         if (isWide_) {
-            sum.addRun(&wide_.rows[at(variable, first)], variables_, count, calculus);
+            sum.addRun(&wide_.rows[index], variables_, count, calculus);
         } else {
-            sum.addRun(&narrow_.rows[at(variable, first)], variables_, count, calculus);
+            sum.addRun(&narrow_.rows[index], variables_, count, calculus);
         }
     }
 
+    /// Whether pairs of doubles could not hold the terms of this point.
+    bool isWide() const { return isWide_; }
+
 private:
-    std::size_t at(int variable, int k) const {
-        return static_cast<std::size_t>(k) * variables_ + static_cast<std::size_t>(variable);
-    }
-    void grow(int last);
+    std::size_t at(SlotIndex variable, int k) const { return static_cast<std::size_t>(k) * variables_ + variable; }
+    void reserve(std::size_t terms);
     void goWide();
 
     /// Does what stores one term, with the form in force; again with the other one when the first cannot hold the term.
@@ -85,7 +83,8 @@ private:
     bool isWide_ = false;
     bool beganWide_ = false;
     Retreat retreat_;
-    int reserved_ = -1;
+    /// Of every variable and array there is room for so many.
+    std::size_t terms_ = 0;
     OrderTerms<Halves> narrow_;
     OrderTerms<real> wide_;
 };

@@ -1,207 +1,181 @@
 // SPDX-License-Identifier: MIT
-// A graph of terms compiled into chains.
+// A graph of terms turned into chains of instructions.
 #include "series/program.hpp"
 
-#include <algorithm>
+#include <utility>
 
 namespace zirk {
 
 namespace {
 
-using Kind = TermGraph::Kind;
 using Code = Program::Code;
 using Result = Program::Result;
 
-constexpr int none = TermGraph::none;
+constexpr std::uint32_t none = TermGraph::none;
 
-std::size_t at(int i) { return static_cast<std::size_t>(i); }
-
-class Compiler {
+/// Writes the programs of a graph in three passes over its slots; each needs what the one before has found out.
+class ChainWriter {
 public:
-    Compiler(const TermGraph& graph, const std::vector<int>& first, Programs& programs)
-        : graph_(graph),
-          first_(first),
-          programs_(programs),
-          values_(graph.slots.size()),
-          variableAt_(at(graph.variables), none) {}
+    ChainWriter(const TermGraph& graph, Programs& programs)
+        : graph_(graph), programs_(programs), values_(graph.slots.size()), nextTaker_(graph.variables, none) {}
 
-    void compile() {
-        for (int slot = 0; slot < graph_.size(); ++slot) {
-            if (first_[at(slot)] == slot) classify(slot);
-        }
-        for (int slot = 0; slot < graph_.size(); ++slot) {
-            if (first_[at(slot)] == slot && isOperation(slot)) carry(slot);
-        }
-        for (int slot = 0; slot < graph_.size(); ++slot) {
-            if (first_[at(slot)] == slot) emit(slot);
-        }
+    void write() {
+        for (SlotIndex slot = 0; slot < graph_.size(); ++slot) noteUses(slot);
+        for (SlotIndex slot = 0; slot < graph_.size(); ++slot) chooseCarried(slot);
+        for (SlotIndex slot = 0; slot < graph_.size(); ++slot) writeChains(slot);
+        for (SlotIndex i = 0; i < graph_.variables; ++i) programs_.arrayOf.push_back(values_[i].array);
     }
 
 private:
     /// What becomes of a slot.
     struct Value {
-        int array = none;
+        ArrayIndex array = none;
         /// Operations that need its present term, and the variables that take their next term from it, as a list.
-        int uses = 0;
-        int firstTaker = none;
+        std::uint32_t uses = 0;
+        SlotIndex firstTaker = none;
         /// The operand that is in the accumulator when this operation begins; its other operand.
-        int carried = none;
-        int other = none;
+        SlotIndex carried = none;
+        SlotIndex other = none;
         bool isCarried = false;
         bool isFused = false;
         /// Others sum over its array, so that its term must be kept before they do.
         bool isSummed = false;
     };
 
-    int left(int slot) const { return first_[at(graph_[slot].left)]; }
-    int right(int slot) const { return first_[at(graph_[slot].right)]; }
-    bool isConstant(int slot) const { return graph_[slot].constant; }
-    bool isOperation(int slot) const { return !graph_.isVariable(slot) && !graph_.isLeaf(slot); }
-    bool isProduct(int slot) const {
-        return graph_[slot].kind == Kind::Multiply && !isConstant(left(slot)) && !isConstant(right(slot));
+    bool isConstant(SlotIndex slot) const { return graph_[slot].isConstant; }
+    bool isOperation(SlotIndex slot) const { return !graph_.isVariable(slot) && !graph_.isLeaf(slot); }
+    bool isProduct(SlotIndex slot) const {
+        return graph_[slot].type == ExprType::Multiply && !isConstant(graph_[slot].left) &&
+               !isConstant(graph_[slot].right);
     }
-    bool isQuotient(int slot) const { return graph_[slot].kind == Kind::Divide && !isConstant(right(slot)); }
-
-    void giveArray(int slot, bool isSummed) {
-        values_[at(slot)].isSummed |= isSummed;
-        if (values_[at(slot)].array == none) values_[at(slot)].array = programs_.arrays++;
+    bool isQuotient(SlotIndex slot) const {
+        return graph_[slot].type == ExprType::Divide && !isConstant(graph_[slot].right);
+    }
+    bool isSum(SlotIndex slot) const {
+        return graph_[slot].type == ExprType::Plus || graph_[slot].type == ExprType::Minus;
     }
 
-    void classify(int slot) {
-        const Kind kind = graph_[slot].kind;
+    // First pass: who needs what of each value. An operation either needs the present term of an operand, which counts
+    // as a use, or sums over all terms so far, which gives the operand an array: both factors of a product that vary,
+    // a divisor that varies and its quotient. A factor or divisor that is constant over the step is neither: its
+    // term 0 is at hand. A variable takes its next term from its right-hand side, which lists its takers.
+
+    void noteUses(SlotIndex slot) {
+        const auto [type, constant, left, right, node] = graph_[slot];
         if (graph_.isVariable(slot)) {
-            Value& source = values_[at(left(slot))];
-            nextTaker_.push_back(source.firstTaker);
-            source.firstTaker = static_cast<int>(programs_.variables.size());
-            variableAt_[at(slot)] = static_cast<int>(programs_.variables.size());
-            programs_.variables.push_back({slot, none});
-            return;
-        }
-        if (!isOperation(slot)) return;
-        if (isProduct(slot)) {
-            giveArray(left(slot), true);
-            giveArray(right(slot), true);
-        } else if (kind == Kind::Multiply) {
+            nextTaker_[slot] = std::exchange(values_[left].firstTaker, slot);
+        } else if (isProduct(slot)) {
+            giveArray(left, true);
+            giveArray(right, true);
+        } else if (type == ExprType::Multiply) {
             // The constant factor stays what it is; with two of them the left one varies in name only.
-            ++values_[at(isConstant(right(slot)) ? left(slot) : right(slot))].uses;
-        } else {
-            ++values_[at(left(slot))].uses;
-            if (kind == Kind::Plus || kind == Kind::Minus) ++values_[at(right(slot))].uses;
+            ++values_[isConstant(right) ? left : right].uses;
+        } else if (isOperation(slot)) {
+            ++values_[left].uses;
+            if (isSum(slot)) ++values_[right].uses;
             if (isQuotient(slot)) {
-                giveArray(right(slot), true);
+                giveArray(right, true);
                 giveArray(slot, false);
             }
         }
     }
 
-    /// Whether a value can stay in the accumulator for the only one that needs it.
-    bool isFree(int slot) const {
-        const Value& value = values_[at(slot)];
-        return isOperation(slot) && !isConstant(slot) && value.uses == 1 && value.firstTaker == none && !value.isSummed;
+    void giveArray(SlotIndex slot, bool isSummed) {
+        values_[slot].isSummed |= isSummed;
+        if (values_[slot].array == none) values_[slot].array = programs_.arrays++;
     }
 
-    void carry(int slot) {
-        Value& value = values_[at(slot)];
-        if (isProduct(slot)) return;
-        const Kind kind = graph_[slot].kind;
-        value.carried = left(slot);
-        if (kind == Kind::Plus || kind == Kind::Minus) {
-            value.other = right(slot);
-            const bool fusible = isProduct(value.other) && isFree(value.other);
-            if (fusible) {
-                values_[at(value.other)].isFused = true;
+    // Second pass: which operand each operation finds in the accumulator. A value is free when a single operation needs
+    // it and nobody else; it need not be stored then. A sum has two chances: a free product on its right is fused,
+    // added without leaving the accumulator, and the left operand is carried; else the free operand is carried, the
+    // left one first. Every other operation carries its operand, or the one that varies. What is carried but not free
+    // is loaded. Constants make chains of one operation each, so that any of them can be stored.
+
+    void chooseCarried(SlotIndex slot) {
+        if (!isOperation(slot) || isProduct(slot)) return;
+        Value& value = values_[slot];
+        value.carried = graph_[slot].left;
+        value.other = graph_[slot].right;
+        if (isSum(slot)) {
+            if (isProduct(value.other) && isFree(value.other)) {
+                values_[value.other].isFused = true;
             } else if (!isFree(value.carried) && isFree(value.other)) {
                 std::swap(value.carried, value.other);
             }
-        } else if (kind == Kind::Multiply || kind == Kind::Divide) {
-            value.other = right(slot);
-            if (kind == Kind::Multiply && !isConstant(value.other)) std::swap(value.carried, value.other);
+        } else if (graph_[slot].type == ExprType::Multiply && !isConstant(value.other)) {
+            std::swap(value.carried, value.other);
         }
-        values_[at(value.carried)].isCarried = !isConstant(slot) && isFree(value.carried);
+        values_[value.carried].isCarried = !isConstant(slot) && isFree(value.carried);
     }
 
-    Code codeOf(int slot) const {
-        const Value& value = values_[at(slot)];
-        switch (graph_[slot].kind) {
-            case Kind::Plus:
-                return values_[at(value.other)].isFused ? Code::PlusProduct : Code::Plus;
-            case Kind::Minus:
-                if (values_[at(value.other)].isFused) return Code::MinusProduct;
-                return value.carried == left(slot) ? Code::Minus : Code::MinusFrom;
-            case Kind::Negate:
-                return Code::Negate;
-            case Kind::Multiply:
-                return isProduct(slot) ? Code::Product : Code::Scale;
-            case Kind::Divide:
-                return isQuotient(slot) ? Code::Quotient : Code::Ratio;
-            default:
-                return Code::Truncate;
-        }
+    bool isFree(SlotIndex slot) const {
+        const Value& value = values_[slot];
+        return isOperation(slot) && !isConstant(slot) && value.uses == 1 && value.firstTaker == none && !value.isSummed;
     }
 
-    void emit(int slot) {
-        const Value& value = values_[at(slot)];
-        if (!isOperation(slot)) {
-            emitLeaf(slot);
-            return;
-        }
+    // Third pass: the chains. Values that are carried or fused are written as part of the chain of whoever needs them;
+    // every other operation ends a chain, which begins where following the carried operands meets one that has to be
+    // loaded, or a product. Along the way terms are kept in arrays; at the end the value is stored for its users and
+    // makes the next terms of its takers. Constants go into the program of their own; in the other one they are leaves,
+    // which are loaded only to be kept or taken.
+
+    void writeChains(SlotIndex slot) {
+        const Value& value = values_[slot];
         if (value.isCarried || value.isFused) return;
-        // From the end of the chain back to where its first operand is loaded.
+        if (!isOperation(slot)) return writeLeaf(slot);
         chain_.assign(1, slot);
-        while (values_[at(chain_.back())].carried != none &&
-               values_[at(values_[at(chain_.back())].carried)].isCarried) {
-            chain_.push_back(values_[at(chain_.back())].carried);
+        for (SlotIndex next = value.carried; next != none && values_[next].isCarried; next = values_[next].carried) {
+            chain_.push_back(next);
         }
         beginChain(isConstant(slot) ? programs_.constants : programs_.varying);
-        if (!isProduct(chain_.back())) load(values_[at(chain_.back())].carried);
-        for (auto step = chain_.rbegin(); step != chain_.rend(); ++step) emitOperation(*step);
+        if (!isProduct(chain_.back())) load(values_[chain_.back()].carried);
+        for (auto step = chain_.rbegin(); step != chain_.rend(); ++step) writeOperation(*step);
         if (value.uses > 0 || isConstant(slot)) leave(Result::Store, slot, none);
-        if (isConstant(slot)) {
-            endChain(slot);
-            emitLeaf(slot);
-            return;
+        if (!isConstant(slot)) {
+            for (SlotIndex taker = value.firstTaker; taker != none; taker = nextTaker_[taker]) leaveNext(taker);
         }
-        for (int taker = value.firstTaker; taker != none; taker = nextTaker_[at(taker)]) leaveNext(taker);
         endChain(slot);
+        if (isConstant(slot)) writeLeaf(slot);
     }
 
-    void emitOperation(int slot) {
-        const Value& value = values_[at(slot)];
-        const Code code = codeOf(slot);
-        if (code == Code::Product || code == Code::PlusProduct || code == Code::MinusProduct) {
-            const int product = code == Code::Product ? slot : value.other;
-            operate(code, {false, values_[at(left(product))].array}, values_[at(right(product))].array);
-        } else if (code == Code::Quotient) {
-            operate(code, {false, value.array}, values_[at(right(slot))].array);
-        } else if (code == Code::Plus || code == Code::Minus || code == Code::MinusFrom) {
-            operate(code, operandAt(value.other), none);
-        } else {
-            operate(code, {false, value.other}, none);
+    void writeOperation(SlotIndex slot) {
+        const Value& value = values_[slot];
+        const bool isFused = value.other != none && values_[value.other].isFused;
+        const Code minus = value.carried == graph_[slot].left ? Code::Minus : Code::MinusFrom;
+        switch (graph_[slot].type) {
+            case ExprType::Plus:
+                isFused ? sumProduct(Code::PlusProduct, value.other) : operate(Code::Plus, value.other);
+                break;
+            case ExprType::Minus:
+                isFused ? sumProduct(Code::MinusProduct, value.other) : operate(minus, value.other);
+                break;
+            case ExprType::Multiply:
+                isProduct(slot) ? sumProduct(Code::Product, slot) : operate(Code::Scale, value.other);
+                break;
+            case ExprType::Divide:
+                isQuotient(slot) ? operate(Code::Quotient, value.array, values_[value.other].array)
+                                 : operate(Code::Ratio, value.other);
+                break;
+            default:
+                operate(graph_[slot].type == ExprType::UnMinus ? Code::Negate : Code::Truncate, none);
         }
         if (value.array != none) leave(Result::Keep, none, value.array);
     }
 
-    /// Variables, time and constants need no computing, but may be summed over or be somebody's right-hand side.
-    void emitLeaf(int slot) {
-        const Value& value = values_[at(slot)];
+    void writeLeaf(SlotIndex slot) {
+        const Value& value = values_[slot];
         if (value.array != none && !graph_.isVariable(slot)) {
             beginChain(programs_.varying);
             load(slot);
             leave(Result::Keep, none, value.array);
             endChain(slot);
         }
-        for (int taker = value.firstTaker; taker != none; taker = nextTaker_[at(taker)]) {
+        for (SlotIndex taker = value.firstTaker; taker != none; taker = nextTaker_[taker]) {
             beginChain(programs_.varying);
             load(slot);
             leaveNext(taker);
-            endChain(programs_.variables[at(taker)].slot);
+            endChain(taker);
         }
-    }
-
-    void leaveNext(int taker) {
-        Programs::Variable& variable = programs_.variables[at(taker)];
-        variable.array = values_[at(variable.slot)].array;
-        leave(variable.array == none ? Result::Next : Result::NextKept, taker, variable.array);
     }
 
     // Instructions: a load, an operation and a result share one where they follow each other.
@@ -211,16 +185,16 @@ private:
         chainBegin_ = program.instructions.size();
     }
 
-    void endChain(int owner) {
-        program_->chains.push_back({owner, static_cast<int>(program_->instructions.size() - chainBegin_)});
+    void endChain(SlotIndex owner) {
+        program_->chains.push_back({owner, static_cast<std::uint32_t>(program_->instructions.size() - chainBegin_)});
     }
 
-    void load(int slot) {
+    void load(SlotIndex slot) {
         program_->instructions.emplace_back();
-        program_->instructions.back().load = operandAt(slot);
+        program_->instructions.back().load = slot;
     }
 
-    void operate(Code code, Program::Operand a, int b) {
+    void operate(Code code, std::uint32_t a, ArrayIndex b = none) {
         std::vector<Program::Instruction>& list = program_->instructions;
         const bool open =
             list.size() > chainBegin_ && list.back().code == Code::Nothing && list.back().result == Result::Nothing;
@@ -230,7 +204,11 @@ private:
         list.back().b = b;
     }
 
-    void leave(Result result, int target, int array) {
+    void sumProduct(Code code, SlotIndex product) {
+        operate(code, values_[graph_[product].left].array, values_[graph_[product].right].array);
+    }
+
+    void leave(Result result, SlotIndex target, ArrayIndex array) {
         std::vector<Program::Instruction>& list = program_->instructions;
         if (list.back().result != Result::Nothing) list.emplace_back();
         list.back().result = result;
@@ -238,18 +216,17 @@ private:
         list.back().array = array;
     }
 
-    Program::Operand operandAt(int slot) const {
-        const bool ofVariable = graph_.isVariable(slot);
-        return {ofVariable, ofVariable ? variableAt_[at(slot)] : slot};
+    void leaveNext(SlotIndex taker) {
+        const ArrayIndex array = values_[taker].array;
+        leave(array == none ? Result::Next : Result::NextKept, taker, array);
     }
 
     const TermGraph& graph_;
-    const std::vector<int>& first_;
     Programs& programs_;
     std::vector<Value> values_;
-    std::vector<int> nextTaker_;
-    std::vector<int> variableAt_;
-    std::vector<int> chain_;
+    std::vector<SlotIndex> nextTaker_;
+    /// The operations of one chain, the last one first.
+    std::vector<SlotIndex> chain_;
     Program* program_ = nullptr;
     std::size_t chainBegin_ = 0;
 };
@@ -261,7 +238,7 @@ Program Program::needing(const std::vector<char>& needed) const {
     auto next = instructions.begin();
     for (const Chain& chain : chains) {
         const auto end = next + chain.length;
-        if (needed[at(chain.owner)] != 0) {
+        if (needed[chain.owner] != 0) {
             part.chains.push_back(chain);
             part.instructions.insert(part.instructions.end(), next, end);
         }
@@ -270,6 +247,6 @@ Program Program::needing(const std::vector<char>& needed) const {
     return part;
 }
 
-Programs::Programs(const TermGraph& graph, const std::vector<int>& first) { Compiler(graph, first, *this).compile(); }
+Programs::Programs(const TermGraph& graph) { ChainWriter(graph, *this).write(); }
 
 }  // namespace zirk

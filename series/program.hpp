@@ -8,11 +8,14 @@
 
 namespace zirk {
 
+/// Number of a term array: terms 0 to k of one slot, for products and quotients to sum over.
+using ArrayIndex = std::uint32_t;
+
 /// Instructions that give every value of a graph its term k and every variable its term k + 1.
 ///
 /// An instruction may load the accumulator, then does one operation on it, and may leave its value somewhere. A chain
 /// of instructions begins with a load or a product and makes one value; values that one other value needs live in the
-/// accumulator only. With s a slot or a variable, x, y term arrays and acc the accumulator, operations are:
+/// accumulator only. With s a slot, x, y term arrays and acc the accumulator, operations are:
 ///     Plus s, Minus s                 acc + s, acc - s
 ///     MinusFrom s                     s - acc
 ///     Negate, Truncate                of acc
@@ -39,25 +42,21 @@ struct Program {
     /// variable is made from, kept in an array as well or not.
     enum class Result : unsigned char { Nothing, Store, Keep, Next, NextKept };
 
-    struct Operand {
-        bool ofVariable = false;
-        int index = TermGraph::none;
-    };
     struct Instruction {
-        Operand load;
+        SlotIndex load = TermGraph::none;
         Code code = Code::Nothing;
         Result result = Result::Nothing;
-        /// Of the operation: one operand, or two arrays.
-        Operand a;
-        int b = TermGraph::none;
-        /// Slot or variable that takes the result, and the array.
-        int target = TermGraph::none;
-        int array = TermGraph::none;
+        /// Of the operation: one slot in `a`, or two arrays.
+        std::uint32_t a = TermGraph::none;
+        ArrayIndex b = TermGraph::none;
+        /// What takes the result.
+        SlotIndex target = TermGraph::none;
+        ArrayIndex array = TermGraph::none;
     };
     /// `owner`: the slot that the chain makes, or the variable that takes it.
     struct Chain {
-        int owner;
-        int length;
+        SlotIndex owner;
+        std::uint32_t length;
     };
 
     /// The chains whose owners are needed.
@@ -68,21 +67,16 @@ struct Program {
     std::vector<Instruction> instructions;
 };
 
-/// The programs for a graph in which slot i stands for all j with first[j] = i.
+/// The programs for a graph.
 struct Programs {
-    struct Variable {
-        int slot;
-        /// Term array, or none.
-        int array;
-    };
-
-    Programs(const TermGraph& graph, const std::vector<int>& first);
+    explicit Programs(const TermGraph& graph);
 
     /// Values that are constant over the step: run at orders 0 and 1, the same from then on.
     Program constants;
     Program varying;
-    std::vector<Variable> variables;
-    int arrays = 0;
+    /// Per variable: its term array, or none.
+    std::vector<ArrayIndex> arrayOf;
+    ArrayIndex arrays = 0;
 };
 
 }  // namespace zirk

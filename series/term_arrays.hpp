@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "series/halves.hpp"
+#include "series/program.hpp"
 
 namespace zirk {
 
@@ -29,16 +30,15 @@ public:
     /// With room for the first `terms` terms.
     TermArrays(std::size_t arrays, std::size_t terms) : arrays_(arrays), stride_(terms), cells_(arrays * terms) {}
 
-    /// Makes room for terms 0 to `last`.
-    void reserve(int last) {
-        const auto wanted = static_cast<std::size_t>(last) + 1;
-        if (wanted <= stride_) return;
-        std::vector<Cell> wider(arrays_ * wanted);
+    /// Makes room for the first `terms` terms.
+    void reserve(std::size_t terms) {
+        if (terms <= stride_) return;
+        std::vector<Cell> wider(arrays_ * terms);
         for (std::size_t array = 0; array < arrays_; ++array) {
-            std::copy_n(&cells_[array * stride_], stride_, &wider[array * wanted]);
+            std::copy_n(&cells_[array * stride_], stride_, &wider[array * terms]);
         }
         cells_.swap(wider);
-        stride_ = wanted;
+        stride_ = terms;
     }
 
     /// The same terms from cells of another form.
@@ -48,21 +48,16 @@ public:
         cells_.assign(other.cells_.begin(), other.cells_.end());
     }
 
-    Cell& at(int array, int k) { return cells_[index(array, k)]; }
-    const Cell& at(int array, int k) const { return cells_[index(array, k)]; }
+    Cell& at(ArrayIndex array, std::size_t k) { return cells_[array * stride_ + k]; }
 
     /// A[from] * B[to] + A[from - 1] * B[to + 1] + ..., `count` products.
-    real sum(int a, int from, int b, int to, int count) const {
-        return productSum(&at(a, from), &at(b, to), static_cast<std::size_t>(count));
+    real sum(ArrayIndex a, std::size_t from, ArrayIndex b, std::size_t to, std::size_t count) const {
+        return productSum(&cells_[a * stride_ + from], &cells_[b * stride_ + to], count);
     }
 
 private:
     template <class Other>
     friend class TermArrays;
-
-    std::size_t index(int array, int k) const {
-        return static_cast<std::size_t>(array) * stride_ + static_cast<std::size_t>(k);
-    }
 
     std::size_t arrays_;
     std::size_t stride_;

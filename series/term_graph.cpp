@@ -8,41 +8,22 @@ namespace zirk {
 
 namespace {
 
-using Kind = TermGraph::Kind;
-
-Kind kindOf(const Expr& node) {
-    switch (node.type()) {
-        case ExprType::Number:
-            return Kind::Number;
-        case ExprType::Algebraic:
-            return Kind::Algebraic;
-        case ExprType::Time:
-            return Kind::Time;
-        case ExprType::Plus:
-            return Kind::Plus;
-        case ExprType::Minus:
-            return Kind::Minus;
-        case ExprType::Multiply:
-            return Kind::Multiply;
-        case ExprType::Divide:
-            return Kind::Divide;
-        case ExprType::UnMinus:
-            return Kind::Negate;
-        default:
-            return Kind::Truncate;
-    }
-}
+constexpr SlotIndex none = TermGraph::none;
 
 class Flattening {
 public:
     explicit Flattening(std::vector<TermGraph::Slot>& slots) : slots_(slots) {}
 
-    void addVariable(Expr& variable) {
-        variable.graphSlot = static_cast<int>(slots_.size());
-        slots_.push_back({Kind::Variable, false, TermGraph::none, TermGraph::none, &variable});
+    void add(Expr& node) {
+        const SlotIndex left = slotOrNone(node.operand(0));
+        const SlotIndex right = slotOrNone(node.operand(1));
+        const auto isConstant = [this](SlotIndex slot) { return slot == none || slots_[slot].isConstant; };
+        const bool changes = node.type() == ExprType::Differential || node.type() == ExprType::Time;
+        node.graphSlot = static_cast<int>(slots_.size());
+        slots_.push_back({node.type(), !changes && isConstant(left) && isConstant(right), left, right, &node});
     }
 
-    int slotOf(Expr* root) {
+    SlotIndex slotOf(Expr* root) {
         stack_.push_back({root, 0});
         while (!stack_.empty()) {
             Frame& top = stack_.back();
@@ -58,7 +39,7 @@ public:
             add(*top.node);
             stack_.pop_back();
         }
-        return root->graphSlot;
+        return slotOrNone(root);
     }
 
 private:
@@ -68,22 +49,12 @@ private:
     };
 
     bool isKnown(const Expr& node) const {
-        const auto slot = static_cast<std::size_t>(node.graphSlot);
+        const SlotIndex slot = slotOrNone(&node);
         return slot < slots_.size() && slots_[slot].node == &node;
     }
 
-    static int slotOrNone(const Expr* node) { return node == nullptr ? TermGraph::none : node->graphSlot; }
-
-    void add(Expr& node) {
-        const Kind kind = kindOf(node);
-        const int left = slotOrNone(node.operand(0));
-        const int right = slotOrNone(node.operand(1));
-        const auto isConstant = [this](int slot) {
-            return slot == TermGraph::none || slots_[static_cast<std::size_t>(slot)].constant;
-        };
-        const bool constant = kind != Kind::Time && isConstant(left) && isConstant(right);
-        node.graphSlot = static_cast<int>(slots_.size());
-        slots_.push_back({kind, constant, left, right, &node});
+    static SlotIndex slotOrNone(const Expr* node) {
+        return node == nullptr ? none : static_cast<SlotIndex>(node->graphSlot);
     }
 
     std::vector<TermGraph::Slot>& slots_;
@@ -95,62 +66,54 @@ private:
 TermGraph::TermGraph(const EquationTable& equations) {
     Flattening flattening(slots);
     for (Differential& variable : equations) {
-        if (variable.type() != ExprType::Algebraic) flattening.addVariable(variable);
+        if (variable.type() != ExprType::Algebraic) flattening.add(variable);
     }
     variables = size();
-    for (int i = 0; i < variables; ++i) {
-        const auto& variable = static_cast<const Differential&>(*(*this)[i].node);
-        const int source = flattening.slotOf(variable.rightHandSide().get());
-        slots[static_cast<std::size_t>(i)].left = source;
+    for (SlotIndex i = 0; i < variables; ++i) {
+        const auto& variable = static_cast<const Differential&>(*slots[i].node);
+        const SlotIndex rightHandSide = flattening.slotOf(variable.rightHandSide().get());
+        slots[i].left = rightHandSide;
     }
 }
 
-std::vector<int> components(const TermGraph& graph, const std::vector<int>& first) {
+std::vector<SlotIndex> components(const TermGraph& graph) {
     // R. Tarjan, Depth-first search and linear graph algorithms, 1972; with a stack of its own instead of recursion.
     struct Frame {
-        int slot;
+        SlotIndex slot;
         int next;
     };
-    const auto size = static_cast<std::size_t>(graph.size());
-    std::vector<int> component(size, -1);
-    std::vector<int> index(size, -1);
-    std::vector<int> low(size, 0);
-    std::vector<int> open;
+    std::vector<SlotIndex> component(graph.size(), none);
+    std::vector<SlotIndex> index(graph.size(), none);
+    std::vector<SlotIndex> low(graph.size());
+    std::vector<SlotIndex> open;
     std::vector<Frame> stack;
-    int visited = 0;
-    int closed = 0;
-    const auto at = [](int slot) { return static_cast<std::size_t>(slot); };
-    const auto visit = [&](int slot) {
-        index[at(slot)] = low[at(slot)] = visited++;
+    SlotIndex visited = 0;
+    SlotIndex closed = 0;
+    const auto visit = [&](SlotIndex slot) {
+        index[slot] = low[slot] = visited++;
         open.push_back(slot);
         stack.push_back({slot, 0});
     };
-    for (int root = 0; root < graph.size(); ++root) {
-        if (first[at(root)] != root || index[at(root)] >= 0) continue;
+    for (SlotIndex root = 0; root < graph.size(); ++root) {
+        if (index[root] != none) continue;
         visit(root);
         while (!stack.empty()) {
             Frame& top = stack.back();
-            const int slot = top.slot;
+            const SlotIndex slot = top.slot;
             if (top.next < 2) {
-                const int operand = top.next++ == 0 ? graph[slot].left : graph[slot].right;
-                if (operand == TermGraph::none) continue;
-                const int target = first[at(operand)];
-                if (index[at(target)] < 0) {
-                    visit(target);
-                } else if (component[at(target)] < 0) {
-                    low[at(slot)] = std::min(low[at(slot)], index[at(target)]);
+                const SlotIndex operand = top.next++ == 0 ? graph[slot].left : graph[slot].right;
+                if (operand == none) continue;
+                if (index[operand] == none) {
+                    visit(operand);
+                } else if (component[operand] == none) {
+                    low[slot] = std::min(low[slot], index[operand]);
                 }
                 continue;
             }
             stack.pop_back();
-            if (!stack.empty()) low[at(stack.back().slot)] = std::min(low[at(stack.back().slot)], low[at(slot)]);
-            if (low[at(slot)] != index[at(slot)]) continue;
-            int member = TermGraph::none;
-            do {
-                member = open.back();
-                open.pop_back();
-                component[at(member)] = closed;
-            } while (member != slot);
+            if (!stack.empty()) low[stack.back().slot] = std::min(low[stack.back().slot], low[slot]);
+            if (low[slot] != index[slot]) continue;
+            for (; component[slot] == none; open.pop_back()) component[open.back()] = closed;
             ++closed;
         }
     }

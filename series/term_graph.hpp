@@ -2,62 +2,47 @@
 // How the terms of all variables are made from each other, as plain lists.
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "lang/equation_table.hpp"
 
 namespace zirk {
 
+/// Number of a slot in its graph; variables are the first slots.
+using SlotIndex = std::uint32_t;
+
 /// Every node below the differential variables, once.
 ///
 /// Variables come first, in the order of their names; of all other slots operands come before what is made from them.
 struct TermGraph {
-    enum class Kind : unsigned char {
-        Variable,
-        Number,
-        Algebraic,
-        Time,
-        Plus,
-        Minus,
-        Multiply,
-        Divide,
-        Negate,
-        Truncate
-    };
-
-    static constexpr int none = -1;
+    /// In place of a slot or an array: there is none.
+    static constexpr std::uint32_t none = 0xffffffff;
 
     struct Slot {
-        Kind kind;
-        /// Constant over a step: from term 1 on only zeros, as long as the value is finite.
-        bool constant;
+        ExprType type;
+        /// Over a step: from term 1 on only zeros, as long as the value is finite.
+        bool isConstant;
         /// Operands; for a variable `left` is its right-hand side.
-        int left;
-        int right;
+        SlotIndex left;
+        SlotIndex right;
         Expr* node;
     };
 
+    TermGraph() = default;
     explicit TermGraph(const EquationTable& equations);
 
-    const Slot& operator[](int slot) const { return slots[static_cast<std::size_t>(slot)]; }
-    bool isVariable(int slot) const { return slot < variables; }
-    bool isLeaf(int slot) const { return slot >= variables && (*this)[slot].left == none; }
-    int size() const { return static_cast<int>(slots.size()); }
+    const Slot& operator[](SlotIndex slot) const { return slots[slot]; }
+    bool isVariable(SlotIndex slot) const { return slot < variables; }
+    bool isLeaf(SlotIndex slot) const { return slot >= variables && slots[slot].left == none; }
+    SlotIndex size() const { return static_cast<SlotIndex>(slots.size()); }
 
     std::vector<Slot> slots;
-    int variables = 0;
+    SlotIndex variables = 0;
 };
 
-/// For every slot the first slot that has the same terms, bit for bit, at this and all later points.
-///
-/// Slots have the same terms when the same operation is done on operands that have the same terms; variables moreover
-/// need bitwise equal values at the start. The coarsest such partition is found by refinement
-/// (J. Hopcroft, An n log n algorithm for minimizing states in a finite automaton, 1971): O(n log n).
-std::vector<int> congruentSlots(const TermGraph& graph);
-
-/// For every slot the number of its strongly connected component, for graphs in which slot i stands for all j with
-/// first[j] = i. A component's number is higher than those of all that it is made from; -1 for slots that are not
-/// first.
-std::vector<int> components(const TermGraph& graph, const std::vector<int>& first);
+/// For every slot the number of its strongly connected component; a component's number is higher than those of all that
+/// it is made from.
+std::vector<SlotIndex> components(const TermGraph& graph);
 
 }  // namespace zirk

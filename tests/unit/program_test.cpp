@@ -4,6 +4,7 @@
 
 #include <sstream>
 
+#include "series/congruence.hpp"
 #include "tests/unit/fixture.hpp"
 
 using namespace zirk;
@@ -15,50 +16,47 @@ protected:
     /// One line per chain; variables as their names, other slots as s, term arrays as numbers.
     std::string of(const std::string& text) {
         prepareText(*this, text);
-        const TermGraph graph(system.equations);
-        const Programs programs(graph, congruentSlots(graph));
+        const DistinctTerms terms(TermGraph(system.equations));
         std::ostringstream out;
-        write(graph, programs, programs.varying, out);
+        write(terms.graph, Programs(terms.graph).varying, out);
         return out.str();
     }
 
 private:
-    static std::string nameOf(const TermGraph& graph, const Programs& programs, int variable) {
-        const int slot = programs.variables[static_cast<std::size_t>(variable)].slot;
-        return static_cast<const Differential*>(graph[slot].node)->name();
+    static std::string nameOf(const TermGraph& graph, SlotIndex variable) {
+        return static_cast<const Differential*>(graph[variable].node)->name();
     }
 
     /// What one instruction does: a load, an operation, a result.
-    static std::vector<std::string> parts(const TermGraph& graph, const Programs& programs,
-                                          const Program::Instruction& instruction) {
+    static std::vector<std::string> parts(const TermGraph& graph, const Program::Instruction& instruction) {
         static const char* const codes[] = {"",      "Plus",  "Minus",   "MinusFrom",   "Negate",       "Truncate",
                                             "Scale", "Ratio", "Product", "PlusProduct", "MinusProduct", "Quotient"};
         static const char* const results[] = {"", "Store", "Keep", "Next", "NextKept"};
-        const auto operand = [&](const Program::Operand& of) {
-            return of.ofVariable ? ' ' + nameOf(graph, programs, of.index) : std::string();
+        const auto operand = [&](SlotIndex of) {
+            return graph.isVariable(of) ? ' ' + nameOf(graph, of) : std::string();
         };
         std::vector<std::string> parts;
-        if (instruction.load.index != TermGraph::none) parts.push_back("Load" + operand(instruction.load));
+        if (instruction.load != TermGraph::none) parts.push_back("Load" + operand(instruction.load));
         if (instruction.code >= Program::Code::Product) {
-            parts.push_back(codes[static_cast<int>(instruction.code)] + (' ' + std::to_string(instruction.a.index)) +
-                            ' ' + std::to_string(instruction.b));
+            parts.push_back(codes[static_cast<int>(instruction.code)] + (' ' + std::to_string(instruction.a)) + ' ' +
+                            std::to_string(instruction.b));
         } else if (instruction.code != Program::Code::Nothing) {
             parts.push_back(codes[static_cast<int>(instruction.code)] + operand(instruction.a));
         }
         if (instruction.result == Program::Result::Nothing) return parts;
         std::string result = results[static_cast<int>(instruction.result)];
-        if (instruction.result >= Program::Result::Next) result += ' ' + nameOf(graph, programs, instruction.target);
+        if (instruction.result >= Program::Result::Next) result += ' ' + nameOf(graph, instruction.target);
         if (instruction.array != TermGraph::none) result += ' ' + std::to_string(instruction.array);
         parts.push_back(result);
         return parts;
     }
 
-    static void write(const TermGraph& graph, const Programs& programs, const Program& program, std::ostream& out) {
+    static void write(const TermGraph& graph, const Program& program, std::ostream& out) {
         std::size_t next = 0;
         for (const Program::Chain& chain : program.chains) {
             const char* separator = "";
-            for (int i = 0; i < chain.length; ++i, ++next) {
-                for (const std::string& part : parts(graph, programs, program.instructions[next])) {
+            for (std::uint32_t i = 0; i < chain.length; ++i, ++next) {
+                for (const std::string& part : parts(graph, program.instructions[next])) {
                     out << separator << part;
                     separator = ", ";
                 }
@@ -115,10 +113,9 @@ TEST_F(ProgramText, LetsCongruentVariablesShare) {
 TEST_F(ProgramText, LeavesOutWhatIsNotNeeded) {
     prepareText(*this, "a' = -a & 1; b' = -b & 2;");
     const TermGraph graph(system.equations);
-    const Programs programs(graph, congruentSlots(graph));
     std::vector<char> needed(graph.slots.size(), 0);
-    needed[static_cast<std::size_t>(graph[1].left)] = 1;
-    const Program part = programs.varying.needing(needed);
+    needed[graph[1].left] = 1;
+    const Program part = Programs(graph).varying.needing(needed);
     ASSERT_EQ(part.chains.size(), 1u);
     EXPECT_EQ(part.chains[0].owner, graph[1].left);
     EXPECT_EQ(part.instructions.size(), 1u);

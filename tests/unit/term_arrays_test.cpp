@@ -9,8 +9,8 @@ using namespace zirk;
 namespace {
 
 template <class Cell>
-void fill(TermArrays<Cell>& arrays, int array, std::initializer_list<real> terms) {
-    int k = 0;
+void fill(TermArrays<Cell>& arrays, ArrayIndex array, std::initializer_list<real> terms) {
+    std::size_t k = 0;
     for (const real term : terms) EXPECT_TRUE(store(arrays.at(array, k++), term));
 }
 
@@ -26,7 +26,7 @@ TEST(TermArrays, KeepTermsWhenTheyGrow) {
 
 TEST(TermArrays, TakeTermsInAnotherForm) {
     TermArrays<Halves> halves(2, 3);
-    halves.reserve(100);
+    halves.reserve(101);
     fill(halves, 0, {3.1L, 5.3L});
     fill(halves, 1, {7.7L, 1.9L});
     TermArrays<real> extended(2, 0);

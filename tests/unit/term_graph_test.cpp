@@ -2,6 +2,7 @@
 // What the fast way knows of a system: which terms are the same, who is made from whom, and who is asked for how much.
 #include "series/term_graph.hpp"
 
+#include "series/congruence.hpp"
 #include "series/highest_terms.hpp"
 #include "tests/unit/fixture.hpp"
 
@@ -18,27 +19,36 @@ protected:
     }
 
     /// Number of different variables, of all that the prepared system has.
-    std::pair<int, int> variables(const std::string& text) {
+    std::pair<SlotIndex, SlotIndex> variables(const std::string& text) {
         const TermGraph& graph = of(text);
-        const std::vector<int> first = congruentSlots(graph);
-        int different = 0;
-        for (int i = 0; i < graph.variables; ++i) different += first[static_cast<std::size_t>(i)] == i ? 1 : 0;
-        return {different, graph.variables};
+        return {DistinctTerms(graph).graph.variables, graph.variables};
     }
 
 private:
     std::unique_ptr<TermGraph> graph_;
 };
 
-using Count = std::pair<int, int>;
+using Count = std::pair<SlotIndex, SlotIndex>;
 
 TEST_F(Graph, SharesEqualValuesOnce) {
     // Variables x, y; then 2, 2*x, (2*x)*y and 3: the second 2*x and the second 2 are the first ones.
-    const TermGraph& graph = of("x' = 2*x*y & 1; y' = 3 - 2*x*y & 2;");
-    const std::vector<int> first = congruentSlots(graph);
-    int different = 0;
-    for (int i = 0; i < graph.size(); ++i) different += first[static_cast<std::size_t>(i)] == i ? 1 : 0;
-    EXPECT_EQ(different, 2 + 3 + 2);
+    const DistinctTerms terms(of("x' = 2*x*y & 1; y' = 3 - 2*x*y & 2;"));
+    // Then 3 - (2*x)*y.
+    ASSERT_EQ(terms.graph.size(), 2u + 4u + 1u);
+    EXPECT_EQ(terms.graph[6].type, ExprType::Minus);
+    EXPECT_EQ(terms.graph[6].right, terms.graph[0].left);
+}
+
+TEST_F(Graph, RepresentsASlotByTheFirstOneWithItsTerms) {
+    // Slots a, b, c, then -a, -b, -c; a and c are the same.
+    const TermGraph& graph = of("a' = -a & 1; b' = -b & 2; c' = -c & 1;");
+    EXPECT_EQ(firstCongruent(graph), (std::vector<SlotIndex>{0, 1, 0, 3, 4, 3}));
+    const DistinctTerms terms(graph);
+    EXPECT_EQ(terms.representative, (std::vector<SlotIndex>{0, 1, 0, 2, 3, 2}));
+    ASSERT_EQ(terms.graph.size(), 4u);
+    EXPECT_EQ(terms.graph.variables, 2u);
+    EXPECT_EQ(terms.graph[1].left, 3u);
+    EXPECT_EQ(terms.graph[3].left, 1u);
 }
 
 TEST_F(Graph, TakesTheOrderOfFactorsAsADifference) {
@@ -73,9 +83,7 @@ TEST_F(Graph, ComputesEveryOccurrenceOfARootOnce) {
 TEST_F(Graph, NumbersComponentsFromWhatTheyAreMadeFrom) {
     // Variables in the order of their names: a and b make each other, c is made from them, d stands alone.
     const TermGraph& graph = of("a' = b & 1; b' = a & 2; c' = a & 3; d' = d & 4;");
-    std::vector<int> itself;
-    for (int i = 0; i < graph.size(); ++i) itself.push_back(i);
-    const std::vector<int> component = components(graph, itself);
+    const std::vector<SlotIndex> component = components(graph);
     EXPECT_EQ(component[0], component[1]);
     EXPECT_GT(component[2], component[0]);
     EXPECT_NE(component[3], component[0]);
@@ -84,17 +92,13 @@ TEST_F(Graph, NumbersComponentsFromWhatTheyAreMadeFrom) {
 
 TEST_F(Graph, SpreadsTheHighestTermOneStepAtATime) {
     const TermGraph& graph = of("a' = b & 1; b' = c & 2; c' = d & 3; d' = 5 & 4;");
-    std::vector<int> highest{9, 2, 7, 3};
-    HighestTerms(graph).spread(highest);
     // a asks b for 8, b asks c for 7 which it has, c asks d for 6.
-    EXPECT_EQ(highest, (std::vector<int>{9, 8, 7, 6}));
+    EXPECT_EQ(HighestTerms(graph).spread({9, 2, 7, 3}), (std::vector<int>{9, 8, 7, 6}));
 }
 
 TEST_F(Graph, LeavesHighestTermsThatDifferByOne) {
     const TermGraph& graph = of("a' = b & 1; b' = a & 2;");
-    std::vector<int> highest{4, 5};
-    HighestTerms(graph).spread(highest);
-    EXPECT_EQ(highest, (std::vector<int>{4, 5}));
+    EXPECT_EQ(HighestTerms(graph).spread({4, 5}), (std::vector<int>{4, 5}));
 }
 
 }  // namespace

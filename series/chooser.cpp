@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // When the program runs and when the nodes do.
-#include "series/schedule.hpp"
+#include "series/chooser.hpp"
 
 #include "series/series_pass.hpp"
 
@@ -15,15 +15,15 @@ constexpr int lowOrder = 60;
 
 }  // namespace
 
-Schedule::Schedule(Calculus& calculus, const EquationTable& equations) : calculus_(calculus), equations_(equations) {}
+Chooser::Chooser(Calculus& calculus, const EquationTable& equations) : calculus_(calculus), equations_(equations) {}
 
-Schedule::~Schedule() = default;
+Chooser::~Chooser() = default;
 
-int Schedule::highestTerm(int i) { return pass_->highestTerm(i); }
+int Chooser::highestTerm(SlotIndex variable) { return pass_->highestTerm(variable); }
 
-real Schedule::term(int i, int k) const { return pass_->term(i, k); }
+real Chooser::term(SlotIndex variable, int k) const { return pass_->term(variable, k); }
 
-bool Schedule::sumAll() {
+bool Chooser::sumAll() {
     if (calculus_.stepStamp == 0 || calculus_.limits.maxOrder < 2 || calculus_.limits.zeroTerms < 1) return false;
     if (waited_ < pointsBeforeBuilding && calculus_.limits.maxOrder <= lowOrder) {
         ++waited_;
@@ -32,11 +32,7 @@ bool Schedule::sumAll() {
     if (retreat_.takesPoint()) return false;
     if (pass_ == nullptr) pass_ = std::make_unique<SeriesPass>(calculus_, equations_);
     const bool summed = pass_->sumAll();
-    if (summed) {
-        retreat_.succeed();
-    } else {
-        retreat_.fail();
-    }
+    summed ? retreat_.succeed() : retreat_.fail();
     return summed;
 }
 
