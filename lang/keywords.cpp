@@ -20,14 +20,14 @@ static_assert(std::size(functionTokens) == elementaryFunctions.size());
 }  // namespace
 
 int keywordToken(std::string_view word) {
-    // The rows fill up with empty forms.
-    if (word.empty()) return IDENT;
     if (word == "pi") return PI;
     if (word == "t") return T;
     const int* token = functionTokens;
     for (const ElementaryFunction& function : elementaryFunctions) {
-        const auto& written = function.written;
-        if (std::find(written.begin(), written.end(), word) != written.end()) return *token;
+        for (const std::string_view form : function.written) {
+            if (form.empty()) break;
+            if (form == word) return *token;
+        }
         ++token;
     }
     return IDENT;
