@@ -2,31 +2,49 @@
 // The common steps of every function's expansion.
 #include "expand/expansion.hpp"
 
-#include "expand/recipes.hpp"
+#include "expr/elementary.hpp"
 #include "expr/formula_text.hpp"
+#include "zirk/error.hpp"
 
 namespace zirk {
+
+namespace {
+
+const Recipe& recipeOf(ExprType kind) {
+    const Recipe& recipe = functionOf(kind).classic;
+    if (recipe.variables > 0) return recipe;
+    throw Error(std::string("#(ERR) ") + recipe.notImplemented + "::ConvertExpr() is not implemented\n", 1);
+}
+
+real initialValueOf(Expr& node) {
+    real value = 0;
+    node.InitialValue(value);
+    return value;
+}
+
+}  // namespace
 
 /// One occurrence of a function: its operand, and the variables that replace it.
 class Expansion::Site {
 public:
     Site(const Recipe& recipe, const Expr::Ref& operand) : recipe_(recipe), operand_(operand) {}
 
-    void add(Differential* variable) { variables_[count_++] = variable; }
+    void add(const Expr::Ref& variable) { variables_[count_++] = variable; }
     Expr* operand() const { return operand_.get(); }
 
     /// Right-hand sides of all variables of the site, once.
     void build() {
         if (built_) return;
         built_ = true;
-        recipe_.wire(operand_, operand_->Derivative(), variables_);
+        const Recipe::Variables rates = recipe_.rates(operand_, operand_->Derivative(), variables_);
+        for (std::size_t i = 0; i < count_; ++i) asVariable(variables_[i].get())->setRightHandSide(rates[i]);
     }
 
 private:
     const Recipe& recipe_;
     Expr::Ref operand_;
-    Differential* variables_[3] = {};
-    int count_ = 0;
+    Recipe::Variables variables_;
+    std::size_t count_ = 0;
     bool built_ = false;
 };
 
@@ -62,16 +80,11 @@ void Expansion::prepare() {
 }
 
 void Expansion::prepareEquation(Differential& variable) {
-    const bool wasKnown = variable.type() == ExprType::Algebraic && variable.knowsInitialValue();
-    real before = 0;
-    if (wasKnown) variable.InitialValue(before);
+    const bool wasKnown = isAlgebraic(variable) && variable.knowsInitialValue();
+    const real before = wasKnown ? initialValueOf(variable) : 0;
     variable.setRightHandSide(variable.rightHandSide()->Converted());
-    if (wasKnown) {
-        // An expanded square root starts with more digits than its function gives.
-        real after = 0;
-        variable.rightHandSide()->InitialValue(after);
-        if (!sameValue(before, after)) ++calculus_.initialStamp;
-    }
+    // An expanded square root starts with more digits than its function gives.
+    if (wasKnown && !sameValue(before, initialValueOf(*variable.rightHandSide()))) ++calculus_.initialStamp;
     const auto statement = system_.initialValues.find(variable.name());
     if (statement != system_.initialValues.end()) variable.setInitialValue(statement->second);
 }
@@ -80,10 +93,8 @@ void Expansion::require(ExprType function) const { recipeOf(function); }
 
 Expr::Ref Expansion::expand(UnOp& function) {
     const Recipe& recipe = recipeOf(function.type());
-    real u0 = 0;
-    function.argument()->InitialValue(u0);
-    real starts[3] = {};
-    recipe.start(u0, starts);
+    const real u0 = initialValueOf(*function.argument());
+    const Recipe::Starts starts = recipe.starts(u0);
     const char* instead = recipe.otherLaw != nullptr ? recipe.otherLaw(u0) : nullptr;
     if (instead != nullptr && calculus_.remarks.function.empty()) {
         calculus_.remarks.function = formulaText(function) + " is not what its name says: " + instead;
@@ -92,7 +103,7 @@ Expr::Ref Expansion::expand(UnOp& function) {
     Site& site = *sites_.back();
     Expr::Ref result;
     for (int i = 0; i < recipe.variables; ++i) {
-        auto* variable = new Temporary("%" + std::to_string(counter_++), starts[i], site);
+        auto* variable = new Temporary("%" + std::to_string(counter_++), starts[static_cast<std::size_t>(i)], site);
         variable->setOrigin(Expr::Ref(&function));
         system_.equations.enter(variable);
         site.add(variable);

@@ -17,58 +17,6 @@ namespace {
 
 bool isNumber(const Expr::Ref& node) { return node->type() == ExprType::Number; }
 
-Expr* newFunction(ExprType type, const Expr::Ref& operand) {
-    switch (type) {
-        case ExprType::UnMinus:
-            return new UnMinus(operand);
-        case ExprType::Sin:
-            return new Sin(operand);
-        case ExprType::Cos:
-            return new Cos(operand);
-        case ExprType::Tan:
-            return new Tan(operand);
-        case ExprType::Cotan:
-            return new Cotan(operand);
-        case ExprType::ASin:
-            return new ASin(operand);
-        case ExprType::ACos:
-            return new ACos(operand);
-        case ExprType::ATan:
-            return new ATan(operand);
-        case ExprType::ACotan:
-            return new ACotan(operand);
-        case ExprType::Sinh:
-            return new Sinh(operand);
-        case ExprType::Cosh:
-            return new Cosh(operand);
-        case ExprType::Tanh:
-            return new Tanh(operand);
-        case ExprType::Cotanh:
-            return new Cotanh(operand);
-        case ExprType::ASinh:
-            return new ASinh(operand);
-        case ExprType::ACosh:
-            return new ACosh(operand);
-        case ExprType::ATanh:
-            return new ATanh(operand);
-        case ExprType::ACotanh:
-            return new ACotanh(operand);
-        case ExprType::Sqrt:
-            return new Sqrt(operand);
-        case ExprType::Exp:
-            return new Exp(operand);
-        case ExprType::Ln:
-            return new Ln(operand);
-        case ExprType::Trunc:
-            return new Trunc(operand);
-        default:
-            // The wording differs from that of the other factory on purpose.
-            throw Error("#(ERR) Expr::Ref::Ref(ExprType, const Expr::Ref&): neznamy typ unarni operace (" +
-                            std::to_string(static_cast<int>(type)) + ")\n",
-                        1);
-    }
-}
-
 Expr* newOperator(ExprType type, const Expr::Ref& left, const Expr::Ref& right) {
     switch (type) {
         case ExprType::Plus:
@@ -157,12 +105,23 @@ private:
     Calculus& calculus_;
 };
 
+Expr* makeFunction(const ElementaryFunction& function, const Expr::Ref& operand) {
+    if (isNumber(operand)) return new Number(function.value(operand->startValue()));
+    if (function.kind == ExprType::Sin) return new Sin(operand);
+    if (function.kind == ExprType::Trunc) return new Trunc(operand);
+    return new Function(function, operand);
+}
+
 Expr* makeUnary(ExprType type, const Expr::Ref& operand) {
-    const int kind = static_cast<int>(type);
-    const bool known = kind == 5 || (kind >= 11 && kind <= 30);
-    if (!known || !isNumber(operand)) return newFunction(type, operand);
-    const real x = operand->startValue();
-    return new Number(type == ExprType::UnMinus ? -x : evaluate(type, x));
+    if (type == ExprType::UnMinus) {
+        if (isNumber(operand)) return new Number(-operand->startValue());
+        return new UnMinus(operand);
+    }
+    if (const ElementaryFunction* function = findFunction(type)) return makeFunction(*function, operand);
+    // The wording differs from that of the other factory on purpose.
+    throw Error("#(ERR) Expr::Ref::Ref(ExprType, const Expr::Ref&): neznamy typ unarni operace (" +
+                    std::to_string(static_cast<int>(type)) + ")\n",
+                1);
 }
 
 Expr* makeBinary(ExprType type, const Expr::Ref& left, const Expr::Ref& right) {

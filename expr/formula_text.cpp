@@ -44,6 +44,7 @@ public:
             return;
         }
         if (text_.size() > longest) return;
+        if (const Differential* variable = asVariable(&node)) return writeVariable(*variable, depth);
         switch (node.type()) {
             case ExprType::Plus:
                 return writeBinary(node, " + ", depth);
@@ -56,9 +57,6 @@ public:
             case ExprType::UnMinus:
                 text_ += '-';
                 return writeOperand(*node.operand(0), ofAtom, depth);
-            case ExprType::Differential:
-            case ExprType::Algebraic:
-                return writeVariable(static_cast<const Differential&>(node), depth);
             case ExprType::Nothing:
             case ExprType::Number:
             case ExprType::Time:

@@ -12,14 +12,16 @@
 
 namespace zirk {
 
+Function::Function(const ElementaryFunction& function, const Ref& operand)
+    : UnOp(function.kind, operand), function_(function) {}
+
 void Function::InitValue(real& out) {
-    real argument = 0;
-    operand_->InitialValue(argument);
-    out = evaluate(type_, argument);
+    operand_->InitialValue(out);
+    out = function_.value(out);
 }
 
 void Function::MakeDerivative() {
-    throw Error(std::string("#(ERR) No derivative of ") + functionName(type_) + " before it is expanded\n", 1);
+    throw Error(std::string("#(ERR) No derivative of ") + function_.name + " before it is expanded\n", 1);
 }
 
 void Function::requireExpansion() const {
@@ -35,31 +37,34 @@ Expr::Ref Function::ConvertExpr(const std::vector<Ref>& expanded) {
 
 void Function::printPart(std::ostream& out, int i) const {
     if (i == 0) {
-        out << functionName(type_) << '(';
+        out << function_.name << '(';
     } else {
         out << ')';
     }
 }
 
+Sin::Sin(const Ref& operand) : Function(functionOf(ExprType::Sin), operand) {}
+
 void Sin::Result(real& out, bool) {
-    real argument = 0;
-    operand_->Value(argument);
-    out = evaluate(ExprType::Sin, argument);
+    operand_->Value(out);
+    out = function_.value(out);
 }
 
 void Sin::MakeDerivative() {
     derivative_ = Ref(ExprType::Multiply, Ref(ExprType::Cos, operand_), operand_->Derivative());
 }
 
+Trunc::Trunc(const Ref& operand) : Function(functionOf(ExprType::Trunc), operand) {}
+
 void Trunc::GetDY(int k, real& out) {
     // Asked for in every order: the operand's terms stay in rising order.
     operand_->DY(k, out);
-    out = k == 0 ? evaluate(ExprType::Trunc, out) : 0;
+    out = k == 0 ? function_.value(out) : 0;
 }
 
 void Trunc::Result(real& out, bool) {
     operand_->Value(out);
-    out = evaluate(ExprType::Trunc, out);
+    out = function_.value(out);
 }
 
 void Trunc::MakeDerivative() { derivative_ = Ref(new Number(0)); }

@@ -126,4 +126,17 @@ public:
     void TreeDump(std::ostream& out) const override;
 };
 
+/// A node that stands in the table of equations under a name, differential or algebraic.
+inline bool isVariable(const Expr& node) {
+    return node.type() == ExprType::Differential || node.type() == ExprType::Algebraic;
+}
+
+inline bool isAlgebraic(const Expr& node) { return node.type() == ExprType::Algebraic; }
+
+/// The node as a variable; null for any other node.
+inline Differential* asVariable(Expr* node) { return isVariable(*node) ? static_cast<Differential*>(node) : nullptr; }
+inline const Differential* asVariable(const Expr* node) {
+    return isVariable(*node) ? static_cast<const Differential*>(node) : nullptr;
+}
+
 }  // namespace zirk

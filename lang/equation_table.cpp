@@ -28,7 +28,7 @@ const std::vector<Differential*>& EquationTable::list() const {
 
 Differential* EquationTable::find(const std::string& name) const {
     const auto found = map_.find(name);
-    return found == map_.end() ? nullptr : static_cast<Differential*>(found->second.get());
+    return found == map_.end() ? nullptr : asVariable(found->second.get());
 }
 
 Differential* EquationTable::resolve(const std::string& name) const {

@@ -39,7 +39,7 @@ public:
     class Iterator {
     public:
         explicit Iterator(Map::const_iterator at) : at_(at) {}
-        Differential& operator*() const { return static_cast<Differential&>(*at_->second); }
+        Differential& operator*() const { return *asVariable(at_->second.get()); }
         Iterator& operator++() {
             ++at_;
             return *this;

@@ -106,27 +106,11 @@ expression:
 | step_function
 ;
 
+// The scanner gives each of them its kind.
 function:
-  SIN      { $$.integer = static_cast<int>(ExprType::Sin); }
-| COS      { $$.integer = static_cast<int>(ExprType::Cos); }
-| TAN      { $$.integer = static_cast<int>(ExprType::Tan); }
-| COTAN    { $$.integer = static_cast<int>(ExprType::Cotan); }
-| SQRT     { $$.integer = static_cast<int>(ExprType::Sqrt); }
-| ASIN     { $$.integer = static_cast<int>(ExprType::ASin); }
-| ACOS     { $$.integer = static_cast<int>(ExprType::ACos); }
-| ATAN     { $$.integer = static_cast<int>(ExprType::ATan); }
-| ACOTAN   { $$.integer = static_cast<int>(ExprType::ACotan); }
-| SINH     { $$.integer = static_cast<int>(ExprType::Sinh); }
-| COSH     { $$.integer = static_cast<int>(ExprType::Cosh); }
-| TANH     { $$.integer = static_cast<int>(ExprType::Tanh); }
-| COTANH   { $$.integer = static_cast<int>(ExprType::Cotanh); }
-| ASINH    { $$.integer = static_cast<int>(ExprType::ASinh); }
-| ACOSH    { $$.integer = static_cast<int>(ExprType::ACosh); }
-| ATANH    { $$.integer = static_cast<int>(ExprType::ATanh); }
-| ACOTANH  { $$.integer = static_cast<int>(ExprType::ACotanh); }
-| EXP      { $$.integer = static_cast<int>(ExprType::Exp); }
-| LN       { $$.integer = static_cast<int>(ExprType::Ln); }
-| TRUNC    { $$.integer = static_cast<int>(ExprType::Trunc); }
+  SIN | COS | TAN | COTAN | SQRT | ASIN | ACOS | ATAN | ACOTAN
+| SINH | COSH | TANH | COTANH | ASINH | ACOSH | ATANH | ACOTANH
+| EXP | LN | TRUNC
 ;
 
 constant:

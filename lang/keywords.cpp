@@ -1,69 +1,42 @@
 // SPDX-License-Identifier: MIT
-// Written forms of functions, pi and t. There is no short form of the inverse hyperbolic cotangent, and no log, abs or
-// power.
+// Words to tokens: pi, t and the written forms of the functions. There is no log, abs or power.
 #include "lang/keywords.hpp"
 
+#include <algorithm>
+#include <iterator>
+
+#include "expr/elementary.hpp"
 #include "lang/grammar.hpp"
 
 namespace zirk {
 
 namespace {
 
-struct Keyword {
-    std::string_view written;
-    int token;
-};
-
-constexpr Keyword keywords[] = {
-    {"sin", SIN},
-    {"cos", COS},
-    {"tg", TAN},
-    {"tan", TAN},
-    {"cotg", COTAN},
-    {"cotan", COTAN},
-    {"arcsin", ASIN},
-    {"asin", ASIN},
-    {"arccos", ACOS},
-    {"acos", ACOS},
-    {"arctg", ATAN},
-    {"arctan", ATAN},
-    {"atg", ATAN},
-    {"atan", ATAN},
-    {"arccotg", ACOTAN},
-    {"arccotan", ACOTAN},
-    {"acotg", ACOTAN},
-    {"acotan", ACOTAN},
-    {"sinh", SINH},
-    {"cosh", COSH},
-    {"tgh", TANH},
-    {"tanh", TANH},
-    {"cotgh", COTANH},
-    {"cotanh", COTANH},
-    {"argsinh", ASINH},
-    {"asinh", ASINH},
-    {"argcosh", ACOSH},
-    {"acosh", ACOSH},
-    {"argtgh", ATANH},
-    {"argtanh", ATANH},
-    {"atgh", ATANH},
-    {"atanh", ATANH},
-    {"argcotgh", ACOTANH},
-    {"argcotanh", ACOTANH},
-    {"exp", EXP},
-    {"ln", LN},
-    {"pi", PI},
-    {"t", T},
-    {"sqrt", SQRT},
-    {"trunc", TRUNC},
-};
+/// In the order of the rows of the functions.
+constexpr int functionTokens[] = {SIN,  COS,    TAN,   COTAN, ASIN,  ACOS,    ATAN, ACOTAN, SINH, COSH,
+                                  TANH, COTANH, ASINH, ACOSH, ATANH, ACOTANH, SQRT, EXP,    LN,   TRUNC};
+static_assert(std::size(functionTokens) == elementaryFunctions.size());
 
 }  // namespace
 
 int keywordToken(std::string_view word) {
-    for (const Keyword& keyword : keywords) {
-        if (word == keyword.written) return keyword.token;
+    if (word == "pi") return PI;
+    if (word == "t") return T;
+    const int* token = functionTokens;
+    for (const ElementaryFunction& function : elementaryFunctions) {
+        for (const std::string_view form : function.written) {
+            if (form.empty()) break;
+            if (form == word) return *token;
+        }
+        ++token;
     }
     return IDENT;
+}
+
+ExprType functionKind(int token) {
+    const auto found = std::find(std::begin(functionTokens), std::end(functionTokens), token);
+    if (found == std::end(functionTokens)) return ExprType::Nothing;
+    return elementaryFunctions[static_cast<std::size_t>(found - functionTokens)].kind;
 }
 
 }  // namespace zirk

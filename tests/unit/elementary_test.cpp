@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: MIT
-// Values of the elementary functions: known digits, the C library bit for bit, and the rules of our own.
+// The rows of the elementary functions; their values: known digits, the C library bit for bit, and rules of our own.
 #include "expr/elementary.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <map>
+#include <set>
 
+#include "expr/formula_text.hpp"
 #include "expr/real.hpp"
+#include "lang/keywords.hpp"
 #include "tests/unit/fixture.hpp"
 
 using namespace zirk;
@@ -197,6 +202,166 @@ TEST_F(Elementary, GiveTheSineAndTheTruncationOfTheValueOfTheirOperand) {
     EXPECT_EQ(valueOf(Ref(ExprType::Sin, operand)), sinl(unknown(1.5L)));
     EXPECT_EQ(valueOf(Ref(ExprType::Trunc, operand)), 1);
     EXPECT_EQ(terms(Ref(ExprType::Trunc, operand), 3), (std::vector<real>{2, 0, 0}));
+}
+
+/// Well inside the domain of a function and of its expansion.
+real tameArgument(ExprType kind) { return kind == ExprType::ACosh || kind == ExprType::ACotanh ? 1.5L : 0.5L; }
+
+std::vector<std::string> writtenForms(const ElementaryFunction& function) {
+    std::vector<std::string> forms;
+    for (const std::string_view form : function.written) {
+        if (!form.empty()) forms.emplace_back(form);
+    }
+    return forms;
+}
+
+class FunctionRows : public NodeTest {};
+
+TEST_F(FunctionRows, StandOnceForEveryKindFromSinToTruncAndForNoOther) {
+    std::vector<int> kinds;
+    for (const ElementaryFunction& row : elementaryFunctions) kinds.push_back(static_cast<int>(row.kind));
+    std::sort(kinds.begin(), kinds.end());
+    std::vector<int> expected;
+    for (int kind = 11; kind <= 30; ++kind) expected.push_back(kind);
+    EXPECT_EQ(kinds, expected);
+    for (const ElementaryFunction& row : elementaryFunctions) {
+        EXPECT_EQ(findFunction(row.kind), &row);
+        EXPECT_EQ(&functionOf(row.kind), &row);
+    }
+}
+
+TEST_F(FunctionRows, AreMissingForOtherKinds) {
+    for (const int kind : {-1, 0, 5, 10, 31}) {
+        EXPECT_EQ(findFunction(static_cast<ExprType>(kind)), nullptr);
+        const Ending expected{"#(ERR) Not a function kind: " + std::to_string(kind) + "\n", 1};
+        EXPECT_EQ(endingOf([&] { functionOf(static_cast<ExprType>(kind)); }), expected);
+    }
+}
+
+TEST_F(FunctionRows, HaveNamesThatNoOtherRowHas) {
+    std::set<std::string> printedNames;
+    std::set<std::string> allForms;
+    for (const ElementaryFunction& row : elementaryFunctions) {
+        EXPECT_TRUE(printedNames.insert(row.name).second) << row.name;
+        const std::vector<std::string> forms = writtenForms(row);
+        ASSERT_FALSE(forms.empty()) << row.name;
+        for (const std::string& form : forms) EXPECT_TRUE(allForms.insert(form).second) << form;
+        // Empty forms come last.
+        for (std::size_t i = 0; i < forms.size(); ++i) EXPECT_EQ(row.written[i], forms[i]) << row.name;
+    }
+    EXPECT_EQ(allForms.size(), 38u);
+}
+
+TEST_F(FunctionRows, ShowInFormulasUnderTheirFirstName) {
+    const Ref x(differential("x"));
+    for (const ElementaryFunction& row : elementaryFunctions) {
+        const Ref node(row.kind, x);
+        EXPECT_EQ(node->type(), row.kind);
+        EXPECT_EQ(printed(node), std::string(row.name) + "([x])");
+        EXPECT_EQ(formulaText(*node), std::string(row.name) + "(x)");
+        // The one name that is printed only.
+        EXPECT_EQ(row.written[0], row.kind == ExprType::ACotanh ? "argcotanh" : row.name);
+    }
+    EXPECT_EQ(keywordToken("acotanh"), 257);
+}
+
+TEST_F(FunctionRows, HaveKeywordsWithTheTokenOfTheirKind) {
+    std::map<ExprType, int> tokens{
+        {ExprType::Sqrt, 281}, {ExprType::Exp, 279}, {ExprType::Ln, 280}, {ExprType::Trunc, 282}};
+    for (int kind = 11; kind <= 26; ++kind) tokens[static_cast<ExprType>(kind)] = kind + 252;
+    for (const ElementaryFunction& row : elementaryFunctions) {
+        EXPECT_EQ(functionKind(tokens[row.kind]), row.kind) << row.name;
+        for (const std::string& form : writtenForms(row)) EXPECT_EQ(keywordToken(form), tokens[row.kind]) << form;
+    }
+    for (const int token : {0, 40, 257, 258, 259, 260, 261, 262, 283}) {
+        EXPECT_EQ(functionKind(token), ExprType::Nothing) << token;
+    }
+}
+
+TEST_F(FunctionRows, AreReadInExpressionsAndInConstants) {
+    for (const ElementaryFunction& row : elementaryFunctions) {
+        const real x = tameArgument(row.kind);
+        for (const std::string& form : writtenForms(row)) {
+            Workbench bench;
+            std::ostringstream text;
+            text << "y' = " << form << "(z) & " << form << '(' << x << ");";
+            Compiler(sourceOf(text.str()), bench.system).compile();
+            const Differential& y = *bench.system.equations.resolve("y");
+            EXPECT_EQ(y.rightHandSide()->type(), row.kind) << form;
+            EXPECT_TRUE(sameValue(y.startValue(), row.value(x))) << form;
+        }
+    }
+}
+
+TEST_F(FunctionRows, GiveTheirValueToConstantsAndStartValues) {
+    for (const ElementaryFunction& row : elementaryFunctions) {
+        const real x = tameArgument(row.kind);
+        EXPECT_TRUE(sameValue(evaluate(row.kind, x), row.value(x))) << row.name;
+        EXPECT_TRUE(sameValue(Ref(row.kind, number(x))->startValue(), row.value(x))) << row.name;
+        EXPECT_TRUE(sameValue(initialOf(Ref(row.kind, differential("x", Ref(), x))), row.value(x))) << row.name;
+    }
+}
+
+TEST_F(FunctionRows, HaveOneRateForEveryVariableOfTheirExpansion) {
+    std::string without;
+    for (const ElementaryFunction& row : elementaryFunctions) {
+        const Recipe& recipe = row.classic;
+        if (recipe.variables == 0) {
+            without += std::string(recipe.notImplemented) + ' ';
+            continue;
+        }
+        ASSERT_LE(recipe.variables, 3) << row.name;
+        EXPECT_GE(recipe.result, 0) << row.name;
+        EXPECT_LT(recipe.result, recipe.variables) << row.name;
+        Recipe::Variables variables;
+        for (int i = 0; i < recipe.variables; ++i) {
+            variables[static_cast<std::size_t>(i)] = differential("v" + std::to_string(i));
+        }
+        const Recipe::Variables rates = recipe.rates(differential("u"), differential("d"), variables);
+        for (int i = 0; i < 3; ++i) {
+            const bool isEmpty = rates[static_cast<std::size_t>(i)]->type() == ExprType::Nothing;
+            EXPECT_EQ(isEmpty, i >= recipe.variables) << row.name << ' ' << i;
+        }
+    }
+    EXPECT_EQ(without, "ACos ASinh ACosh Trunc ");
+}
+
+TEST_F(FunctionRows, ExpandToTheirDerivativeOrSayWhatToWriteInstead) {
+    for (const ElementaryFunction& row : elementaryFunctions) {
+        if (row.classic.variables == 0) continue;
+        Workbench bench;
+        bench.limits.accuracy = 1e-18L;
+        const real x = tameArgument(row.kind);
+        std::ostringstream text;
+        text << "x' = 3 & " << x << "; y = " << row.written[0] << "(x);";
+        prepareText(bench, text.str());
+        const Differential* variable = asVariable(bench.system.equations.resolve("y")->rightHandSide().get());
+        ASSERT_NE(variable, nullptr) << row.name;
+        EXPECT_TRUE(isNear(variable->startValue(), row.value(x), 1e-15L)) << row.name;
+
+        const real h = 1e-4L;
+        const real derivative = (row.value(x + h) - row.value(x - h)) / (2 * h);
+        const bool isItself = std::fabs(initialOf(variable->rightHandSide()) - 3 * derivative) < 1e-6L;
+        const bool saysSo = row.classic.otherLaw == nullptr || row.classic.otherLaw(x) == nullptr;
+        EXPECT_EQ(isItself, saysSo) << row.name;
+        EXPECT_EQ(bench.calculus.remarks.function.empty(), saysSo) << row.name;
+    }
+}
+
+TEST_F(FunctionRows, FollowAnotherLawOnlyWhereItDiffers) {
+    const auto lawOf = [](ExprType kind, real u0) { return functionOf(kind).classic.otherLaw(u0) != nullptr; };
+    EXPECT_TRUE(lawOf(ExprType::Cos, 0.5L));
+    EXPECT_FALSE(lawOf(ExprType::Cos, 0));
+    EXPECT_FALSE(lawOf(ExprType::Cos, pi)) << "to the digits of pi";
+    EXPECT_TRUE(lawOf(ExprType::Ln, 2));
+    for (const bool simplified : {true, false}) {
+        limits.simplifySmall = simplified;
+        EXPECT_EQ(lawOf(ExprType::ATanh, -0.5L), simplified);
+        EXPECT_EQ(lawOf(ExprType::ACotanh, -2), simplified);
+        EXPECT_EQ(lawOf(ExprType::ACotanh, 1e12L), simplified) << "its reciprocal is below the accuracy";
+        EXPECT_FALSE(lawOf(ExprType::ATanh, 0.5L));
+        EXPECT_FALSE(lawOf(ExprType::ACotanh, 2));
+    }
 }
 
 }  // namespace

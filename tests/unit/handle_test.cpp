@@ -246,6 +246,21 @@ TEST_F(Caches, BuildADerivativeOnce) {
     EXPECT_EQ(node->derivativeCount, 1);
 }
 
+TEST_F(NewNodes, AreVariablesWhenTheyStandForAnEquation) {
+    const Ref x(differential("x"));
+    const Ref z(new Algebraic("z", x));
+    EXPECT_EQ(asVariable(x.get()), x.get());
+    EXPECT_EQ(asVariable(static_cast<const Expr*>(z.get())), z.get());
+    EXPECT_FALSE(isAlgebraic(*x));
+    EXPECT_TRUE(isAlgebraic(*z));
+    for (const Ref& other : {Ref(), number(1), Ref(new Time), Ref(ExprType::Plus, x, z), Ref(ExprType::Cos, x),
+                             Ref(new Equation("x", system.equations))}) {
+        EXPECT_FALSE(isVariable(*other)) << printed(other);
+        EXPECT_FALSE(isAlgebraic(*other)) << printed(other);
+        EXPECT_EQ(asVariable(other.get()), nullptr) << printed(other);
+    }
+}
+
 class ForbiddenOperations : public NodeTest {
 protected:
     static Ending termEnding(const Ref& node) {
