@@ -6,32 +6,12 @@
 #include <unordered_set>
 #include <vector>
 
+#include "expr/arithmetic.hpp"
 #include "expr/formula_text.hpp"
 
 namespace zirk {
 
 namespace {
-
-/// Zero as it is written: a variable with such a rate stays where it is.
-bool isWrittenZero(const Expr& node, int depth = 0) {
-    constexpr int deepest = 20;
-    if (depth > deepest) return false;
-    const auto isZero = [&](int i) { return isWrittenZero(*node.operand(i), depth + 1); };
-    switch (node.type()) {
-        case ExprType::Number:
-            return node.startValue() == 0;
-        case ExprType::Multiply:
-            return isZero(0) || isZero(1);
-        case ExprType::Plus:
-        case ExprType::Minus:
-            return isZero(0) && isZero(1);
-        case ExprType::Divide:
-        case ExprType::UnMinus:
-            return isZero(0);
-        default:
-            return false;
-    }
-}
 
 /// Which nodes have values that change: time, variables with a rate, and whatever is made from them.
 class Moving {

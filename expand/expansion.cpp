@@ -2,6 +2,7 @@
 // The common steps of every function's expansion.
 #include "expand/expansion.hpp"
 
+#include "expr/arithmetic.hpp"
 #include "expr/elementary.hpp"
 #include "expr/formula_text.hpp"
 #include "zirk/error.hpp"
@@ -40,9 +41,15 @@ public:
         for (std::size_t i = 0; i < count_; ++i) asVariable(variables_[i].get())->setRightHandSide(rates[i]);
     }
 
+    /// That the variables follow another law than the function.
+    void note(const std::string& remark) { remark_ = remark; }
+    /// Empty where the operand stands still: all laws hold its value then.
+    std::string remark() const { return isWrittenZero(*operand_->Derivative()) ? "" : remark_; }
+
 private:
     const Recipe& recipe_;
     Expr::Ref operand_;
+    std::string remark_;
     Recipe::Variables variables_;
     std::size_t count_ = 0;
     bool built_ = false;
@@ -76,7 +83,11 @@ Expansion::~Expansion() { calculus_.expander = nullptr; }
 void Expansion::prepare() {
     // Temporaries sort before every other name: they land behind the walk.
     for (Differential& variable : system_.equations) prepareEquation(variable);
-    for (const auto& site : sites_) site->build();
+    std::string& remark = calculus_.remarks.function;
+    for (const auto& site : sites_) {
+        site->build();
+        if (remark.empty()) remark = site->remark();
+    }
 }
 
 void Expansion::prepareEquation(Differential& variable) {
@@ -95,12 +106,10 @@ Expr::Ref Expansion::expand(UnOp& function) {
     const Recipe& recipe = recipeOf(function.type());
     const real u0 = initialValueOf(*function.argument());
     const Recipe::Starts starts = recipe.starts(u0);
-    const char* instead = recipe.otherLaw != nullptr ? recipe.otherLaw(u0) : nullptr;
-    if (instead != nullptr && calculus_.remarks.function.empty()) {
-        calculus_.remarks.function = formulaText(function) + " is not what its name says: " + instead;
-    }
     sites_.push_back(std::make_unique<Site>(recipe, function.argument()));
     Site& site = *sites_.back();
+    const char* instead = recipe.otherLaw != nullptr ? recipe.otherLaw(u0) : nullptr;
+    if (instead != nullptr) site.note(formulaText(function) + " is not what its name says: " + instead);
     Expr::Ref result;
     for (int i = 0; i < recipe.variables; ++i) {
         auto* variable = new Temporary("%" + std::to_string(counter_++), starts[static_cast<std::size_t>(i)], site);

@@ -156,4 +156,24 @@ Expr::Ref UnMinus::ConvertExpr(const std::vector<Ref>& expanded) {
 
 void UnMinus::printPart(std::ostream& out, int i) const { out << (i == 0 ? "(-" : ")"); }
 
+bool isWrittenZero(const Expr& node, int depth) {
+    constexpr int deepest = 20;
+    if (depth > deepest) return false;
+    const auto isZero = [&](int i) { return isWrittenZero(*node.operand(i), depth + 1); };
+    switch (node.type()) {
+        case ExprType::Number:
+            return node.startValue() == 0;
+        case ExprType::Multiply:
+            return isZero(0) || isZero(1);
+        case ExprType::Plus:
+        case ExprType::Minus:
+            return isZero(0) && isZero(1);
+        case ExprType::Divide:
+        case ExprType::UnMinus:
+            return isZero(0);
+        default:
+            return false;
+    }
+}
+
 }  // namespace zirk

@@ -99,4 +99,8 @@ public:
     void printPart(std::ostream& out, int i) const override;
 };
 
+/// Zero as it is written, whatever the variables are: a variable with such a rate stays where it is. Not looked for
+/// more than some 20 levels deep.
+bool isWrittenZero(const Expr& node, int depth = 0);
+
 }  // namespace zirk

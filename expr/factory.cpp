@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The two factories of nodes: constants are folded at once, neutral operands are dropped.
 #include <cmath>
+#include <cstdio>
 #include <string>
 
 #include "expr/arithmetic.hpp"
@@ -8,7 +9,6 @@
 #include "expr/elementary.hpp"
 #include "expr/function.hpp"
 #include "expr/leaves.hpp"
-#include "text/number_text.hpp"
 #include "zirk/error.hpp"
 
 namespace zirk {
@@ -90,14 +90,17 @@ private:
         if (!isNumber(factor)) return nullptr;
         const real x = factor->startValue();
         if (!(std::fabs(std::fabs(x) - 1) < calculus_.limits.accuracy)) return nullptr;
-        if (std::fabs(x) != 1) remark(x, x >= 0 ? "1" : "-1");
+        // Rounding in what was folded before is nobody's meaning.
+        constexpr real rounding = 1e-15L;
+        if (std::fabs(std::fabs(x) - 1) > rounding) remark(x, x >= 0 ? "1" : "-1");
         return x >= 0 ? other.get() : new UnMinus(other);
     }
 
     void remark(real x, const char* taken) const {
         if (!calculus_.remarks.constant.empty()) return;
-        appendGeneral(calculus_.remarks.constant, x);
-        calculus_.remarks.constant += std::string(" counts as ") + taken;
+        char digits[40];
+        std::snprintf(digits, sizeof digits, "%.16Lg", x);
+        calculus_.remarks.constant = std::string(static_cast<const char*>(digits)) + " counts as " + taken;
     }
 
     const Expr::Ref& left_;
