@@ -20,8 +20,8 @@ std::unique_ptr<CompiledSystem> prepared(std::unique_ptr<CompiledSystem> compile
 
 using Pass = ClassicIntegrator::Pass;
 
-ClassicRun::ClassicRun(std::unique_ptr<CompiledSystem> compiled, const ClassicOptions& options, ClassicObserver* observer,
-                       Evaluation evaluation)
+ClassicRun::ClassicRun(std::unique_ptr<CompiledSystem> compiled, const ClassicOptions& options,
+                       ClassicObserver* observer, Evaluation evaluation)
     : compiled_(prepared(std::move(compiled), options.step)),
       options_(options),
       observer_(observer != nullptr ? *observer : silent_),

@@ -78,7 +78,8 @@ private:
         }
         const real value = operate(node);
         values_.emplace(&node, value);
-        if (node.type() == ExprType::Number && !std::isfinite(value)) found_ = std::string("a constant") + whatIs(value);
+        if (node.type() == ExprType::Number && !std::isfinite(value))
+            found_ = std::string("a constant") + whatIs(value);
         // Sums and products are infinite when the solution has grown beyond all bounds: no fault of the formula.
         if (std::isfinite(value) || node.type() != ExprType::Divide) return;
         if (!std::isfinite(values_.at(node.operand(0))) || !std::isfinite(values_.at(node.operand(1)))) return;

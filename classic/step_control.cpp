@@ -4,11 +4,11 @@
 
 #include <cmath>
 
-#include "zirk/error.hpp"
-#include "expr/formula_text.hpp"
 #include "classic/first_not_finite.hpp"
+#include "expr/formula_text.hpp"
 #include "text/from_text.hpp"
 #include "text/number_text.hpp"
+#include "zirk/error.hpp"
 
 namespace zirk {
 
@@ -126,8 +126,9 @@ void StepControl::checkMotion(real acceptedTime) {
     if (mayStand) standstill_.forgive();
     if (!standstill_.lasts(acceptedTime, options_.tMax)) return;
     const bool isKnown = obstacle_.variable != RestingVariables::nobody;
-    const std::string why = isKnown ? ": " + describe(*equations_.list()[obstacle_.variable]) + " needs smaller and smaller steps"
-                                    : ": the step is too small for the time or the end time";
+    const std::string why =
+        isKnown ? ": " + describe(*equations_.list()[obstacle_.variable]) + " needs smaller and smaller steps"
+                : ": the step is too small for the time or the end time";
     failStuck(acceptedTime, " after " + std::to_string(Standstill::mostPasses) + " passes", why);
 }
 

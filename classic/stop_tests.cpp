@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The period test.
 #include "classic/stop_tests.hpp"
-#include "text/from_text.hpp"
 
 #include <algorithm>
 #include <cmath>
 #include <functional>
+
+#include "text/from_text.hpp"
 
 namespace zirk {
 

@@ -16,7 +16,8 @@ int following(int stamp) { return static_cast<int>(static_cast<unsigned>(stamp) 
 /// Terms that every sum computes at least: it ends after this many negligible ones at the earliest.
 std::size_t shortestSum(const Calculus& calculus) {
     if (calculus.limits.zeroTerms < 1) return 0;
-    const int terms = calculus.limits.useAllTerms ? calculus.limits.maxOrder : std::min(calculus.limits.maxOrder, calculus.limits.zeroTerms);
+    const int terms = calculus.limits.useAllTerms ? calculus.limits.maxOrder
+                                                  : std::min(calculus.limits.maxOrder, calculus.limits.zeroTerms);
     return static_cast<std::size_t>(std::max(terms, 0));
 }
 

@@ -14,8 +14,9 @@ namespace zirk {
 
 Expr::Expr(ExprType type)
     : type_(type),
-      termStamp_(Calculus::current().stepStamp - 1),
-      resultStamp_(Calculus::current().stepStamp - 1),
+      // The shared empty node belongs to no system.
+      termStamp_(type == ExprType::Nothing ? -1 : Calculus::current().stepStamp - 1),
+      resultStamp_(termStamp_),
       // The shared empty node refers to itself.
       derivative_(type == ExprType::Nothing ? this : nullptr) {}
 

@@ -52,8 +52,8 @@ void writeCurves(std::ostream& out, const std::string& file, const Layout& layou
         separator = ", \\\n";
     }
     for (const std::string& name : names) {
-        out << separator << "     '" << file << ".dat' using " << timeColumn << ":" << column++ << " title '"
-            << name << "' with lines";
+        out << separator << "     '" << file << ".dat' using " << timeColumn << ":" << column++ << " title '" << name
+            << "' with lines";
         separator = ", \\\n";
     }
 }

@@ -52,16 +52,16 @@ struct ClassicStatistics {
 /// A run from time 0 on, point by point.
 ///
 /// Variables are numbered from 0 in the bytewise order of their names; those that stand for functions ("%0", "%1", ...)
-/// come first. Values and terms are those of the pass that `next` made last; after a rejected one, time, step and number
-/// of the pass are those of the attempt that comes next.
+/// come first. Values and terms are those of the pass that `next` made last; after a rejected one, time, step and
+/// number of the pass are those of the attempt that comes next.
 class [[gnu::visibility("default")]] ClassicIntegrator {
 public:
     /// Prepares the equations for a run: expands functions and takes start values. Throws Error where a name is not
     /// defined or a function cannot be expanded. The observer must live as long as the run.
-    explicit ClassicIntegrator(const Model& model, const ClassicOptions& options = {}, ClassicObserver* observer = nullptr,
-                               Evaluation evaluation = Evaluation::Scheduled);
+    explicit ClassicIntegrator(const Model& model, const ClassicOptions& options = {},
+                               ClassicObserver* observer = nullptr, Evaluation evaluation = Evaluation::Scheduled);
     ~ClassicIntegrator();
-    ClassicIntegrator(ClassicIntegrator&& other) noexcept;
+    ClassicIntegrator(ClassicIntegrator && other) noexcept;
     ClassicIntegrator& operator=(ClassicIntegrator&& other) noexcept;
 
     enum class Pass {
@@ -101,7 +101,8 @@ public:
     real term(std::size_t variable, int k) const;
     std::vector<real> terms(std::size_t variable) const;
 
-    /// What the classic rules make of the model otherwise than its author may expect, a sentence for each kind of thing.
+    /// What the classic rules make of the model otherwise than its author may expect, a sentence for each kind of
+    /// thing.
     std::vector<std::string> remarks() const;
 
     /// One line: the equation as it is solved and the present value, as the command dumps it.

@@ -31,7 +31,8 @@ public:
     /// `text` may hold several lines; what() is the last of them.
     ParseError(const std::string& text, int line, int column, std::string token);
 
-    /// Where the input could not go on: line and column (in bytes) count from 1; an empty token is the end of the input.
+    /// Where the input could not go on: line and column (in bytes) count from 1; an empty token is the end of the
+    /// input.
     int line() const { return line_; }
     int column() const { return column_; }
     const std::string& token() const { return token_; }

@@ -16,8 +16,8 @@ namespace zirk {
 
 struct ModelContent;
 
-/// Equations as they were written. Does not change while it is run; copies share what they hold, and any number of runs on
-/// any threads may use one model at the same time.
+/// Equations as they were written. Does not change while it is run; copies share what they hold, and any number of runs
+/// on any threads may use one model at the same time.
 class [[gnu::visibility("default")]] Model {
 public:
     /// Puts up to `size` characters into `buffer` and returns how many; fewer than `size` are the last.
