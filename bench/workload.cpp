@@ -112,7 +112,7 @@ void Workload::countMultiplyAdds() {
     const std::vector<Differential*>& variables = run_->equations().list();
     for (std::size_t i = 0; i < variables.size(); ++i) {
         const Differential& variable = *variables[i];
-        if (variable.type() == ExprType::Algebraic) continue;
+        if (isAlgebraic(variable)) continue;
         Sums sums{i, {}};
         std::unordered_set<const Expr*> seen;
         std::vector<const Expr*> pending{variable.rightHandSide().get()};

@@ -2,6 +2,8 @@
 // Preparation and passes.
 #include "classic/classic_run.hpp"
 
+#include <utility>
+
 #include "expand/expansion.hpp"
 
 namespace zirk {

@@ -43,7 +43,7 @@ private:
 
     void judgeStart(const Differential& variable) {
         const bool isFunction = variable.origin()->type() != ExprType::Nothing;
-        const bool isDefined = variable.type() == ExprType::Algebraic;
+        const bool isDefined = isAlgebraic(variable);
         // The fault may lie further inside, in the operand or the definition; what these are made from is looked at
         // later then.
         const bool isConstant = isDefined && variable.rightHandSide()->type() == ExprType::Number;
@@ -72,8 +72,8 @@ private:
     }
 
     void compute(const Expr& node) {
-        if (node.type() == ExprType::Differential || node.type() == ExprType::Algebraic) {
-            enter(static_cast<const Differential&>(node));
+        if (isVariable(node)) {
+            enter(*asVariable(&node));
             return;
         }
         const real value = operate(node);

@@ -26,7 +26,7 @@ public:
                 stack.pop_back();
                 continue;
             }
-            const Expr* source = at.type() == ExprType::Differential ? nullptr : at.source(top.next);
+            const Expr* source = isDifferential(at) ? nullptr : at.source(top.next);
             if (top.next > 0 && moves_[at.source(top.next - 1)]) moves_[&at] = true;
             ++top.next;
             if (source != nullptr) {
@@ -46,8 +46,7 @@ private:
 
     static bool movesByItself(const Expr& node) {
         if (node.type() == ExprType::Time) return true;
-        return node.type() == ExprType::Differential &&
-               !isWrittenZero(*static_cast<const Differential&>(node).rightHandSide());
+        return isDifferential(node) && !isWrittenZero(*asVariable(&node)->rightHandSide());
     }
 
     std::unordered_map<const Expr*, bool> moves_;
@@ -58,7 +57,7 @@ class Uses {
 public:
     explicit Uses(const EquationTable& equations) {
         for (const Differential& variable : equations) {
-            if (variable.type() == ExprType::Differential) search(variable);
+            if (isDifferential(variable)) search(variable);
         }
     }
 
@@ -74,9 +73,9 @@ private:
             pending_.pop_back();
             if (!seen_.insert(node).second) continue;
             if (node->type() == ExprType::Time && ofTime == nullptr) ofTime = &variable;
-            if (node->type() == ExprType::Algebraic && ofAlgebraic == nullptr && moving_.contains(*node)) {
+            if (isAlgebraic(*node) && ofAlgebraic == nullptr && moving_.contains(*node)) {
                 ofAlgebraic = &variable;
-                algebraic = static_cast<const Differential*>(node);
+                algebraic = asVariable(node);
             }
             for (int i = 0; node->operand(i) != nullptr; ++i) pending_.push_back(node->operand(i));
         }
@@ -94,7 +93,7 @@ bool isStepped(const Expr& definition) {
     while (!pending.empty()) {
         const Expr* node = pending.back();
         pending.pop_back();
-        if (!seen.insert(node).second || node->type() == ExprType::Differential) continue;
+        if (!seen.insert(node).second || isDifferential(*node)) continue;
         if (node->type() == ExprType::Time || node->type() == ExprType::Trunc) return true;
         for (int i = 0; node->source(i) != nullptr; ++i) pending.push_back(node->source(i));
     }
@@ -128,7 +127,7 @@ std::vector<std::string> remarksOn(const Calculus& calculus, const EquationSyste
     if (system.hasOtherStartTime) remarks.emplace_back("all start values belong to time 0, whatever time is written");
     for (const auto& start : system.initialValues) {
         const Differential* variable = system.equations.find(start.first);
-        if (variable != nullptr && variable->type() != ExprType::Algebraic) continue;
+        if (variable != nullptr && !isAlgebraic(*variable)) continue;
         remarks.push_back(aboutStart(start.first, variable));
         break;
     }

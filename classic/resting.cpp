@@ -8,12 +8,8 @@ namespace zirk {
 
 namespace {
 
-bool isDifferential(const Expr& node) { return node.type() == ExprType::Differential; }
-
-const Differential& asDifferential(const Expr& node) { return static_cast<const Differential&>(node); }
-
 bool hasMoved(const Expr& node) {
-    const bool canMove = node.type() == ExprType::Time || node.type() == ExprType::Algebraic;
+    const bool canMove = node.type() == ExprType::Time || isAlgebraic(node);
     return canMove && !(node.startValue() == node.result());
 }
 
@@ -45,7 +41,7 @@ std::size_t RestingVariables::indexed(const Expr* expr) {
 void RestingVariables::addUses(std::size_t user) {
     const Expr* expr = nodes_[user].expr;
     if (isDifferential(*expr)) {
-        nodes_[indexed(asDifferential(*expr).rightHandSide().get())].uses.push_back({user, false});
+        nodes_[indexed(asVariable(expr)->rightHandSide().get())].uses.push_back({user, false});
         return;
     }
     // Definitions of algebraic equations are not entered: their values are what others see over a step.
@@ -93,7 +89,7 @@ void RestingVariables::spreadFeeding() {
     }
     for (std::size_t i = 0; i < nodes_.size(); ++i) {
         const Expr& expr = *nodes_[i].expr;
-        const bool mayBeZero = isDifferential(expr) ? asDifferential(expr).onlyZeroTerms() : isZeroLeaf(expr);
+        const bool mayBeZero = isDifferential(expr) ? asVariable(&expr)->onlyZeroTerms() : isZeroLeaf(expr);
         if ((isDifferential(expr) || isLeaf(expr)) && !mayBeZero) feed(i);
     }
     while (!pending_.empty()) {
@@ -119,7 +115,7 @@ RestingVariables::Count RestingVariables::count(int limit) {
     for (std::size_t i = 0; i < equations_.size(); ++i) {
         Node& node = nodes_[i];
         if (!isDifferential(*node.expr)) continue;
-        const Differential& variable = asDifferential(*node.expr);
+        const Differential& variable = *asVariable(node.expr);
         node.wasZero = node.wasZero && variable.onlyZeroTerms();
         // With a limit below zero nothing that rests is within it either.
         if (limit >= 0 && node.wasZero && (!node.reachesMotion || !node.isFed)) continue;

@@ -3,6 +3,7 @@
 #include "classic/step_control.hpp"
 
 #include <cmath>
+#include <cstdint>
 
 #include "classic/first_not_finite.hpp"
 #include "expr/formula_text.hpp"

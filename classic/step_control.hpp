@@ -44,7 +44,8 @@ private:
     /// Why a point was rejected.
     struct Obstacle {
         std::size_t variable = RestingVariables::nobody;
-        /// Index of its first term other than zero, from the first pass that had one; 0 when there was none.
+        /// Index of its first term other than zero, from the first pass that had one; 0 when there was
+        /// none, or when it is term 0.
         int firstTerm = 0;
         /// Rejected passes of this point.
         int passes = 0;

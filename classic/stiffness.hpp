@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Stiffness: how far the last terms of the differential equations lie apart.
+// Stiffness: how far the last terms but one of the differential equations lie apart.
 #pragma once
 
 #include "classic/taylor_step.hpp"
@@ -13,7 +13,7 @@ public:
     Stiffness(const StiffnessOptions& options, const EquationTable& equations, TaylorStep& taylor)
         : options_(options), equations_(equations), taylor_(taylor) {}
 
-    /// Whether the next point is to be tested: not when the system is known to be stiff, unless `recheck` is set.
+    /// Whether the point is to be tested: not when the system is known to be stiff, unless `recheck` is set.
     bool isDue(bool recheck) const { return !last_.isStiff || recheck || options_.stiffEveryStep; }
 
     /// Tests the point; clears `recheck` when the system is found to be stiff.

@@ -28,7 +28,7 @@ void TaylorStep::claimTerms() {
     termsClaimed_ = true;
     std::size_t series = 1;
     for (const Differential& variable : equations_) {
-        if (variable.type() == ExprType::Differential) ++series;
+        if (isDifferential(variable)) ++series;
     }
     const std::size_t terms = shortestSum(calculus_);
     if (terms > (std::numeric_limits<std::size_t>::max() / sizeof(real)) / series) throw std::bad_alloc();
@@ -45,26 +45,26 @@ void TaylorStep::evaluate() {
     isCompiled_ = evaluation_ == Evaluation::Scheduled && chooser_.sumAll();
     if (isCompiled_ && place_.empty()) findPlaces();
     for (Differential* variable : equations_.list()) {
-        const bool isAlgebraic = variable->type() == ExprType::Algebraic;
+        const bool isDefined = isAlgebraic(*variable);
         real value = 0;
         // Algebraic equations are computed at every visit, also when somebody asked for them before.
-        if (isAlgebraic) calculus_.forceRecompute = true;
-        if (isAlgebraic || !isCompiled_) variable->Value(value);
+        if (isDefined) calculus_.forceRecompute = true;
+        if (isDefined || !isCompiled_) variable->Value(value);
         if (variable->isSteady()) ++steadyCount_;
-        if (isAlgebraic) calculus_.forceRecompute = false;
+        if (isDefined) calculus_.forceRecompute = false;
     }
 }
 
 void TaylorStep::findPlaces() {
     SlotIndex place = 0;
     for (const Differential* variable : equations_.list()) {
-        place_.push_back(variable->type() == ExprType::Algebraic ? place : place++);
+        place_.push_back(isAlgebraic(*variable) ? place : place++);
     }
 }
 
 int TaylorStep::highestTerm(std::size_t variable) {
     const Differential& asked = *equations_.list()[variable];
-    const bool isNodes = !isCompiled_ || asked.type() == ExprType::Algebraic;
+    const bool isNodes = !isCompiled_ || isAlgebraic(asked);
     return isNodes ? asked.highestTerm() : chooser_.highestTerm(place_[variable]);
 }
 

@@ -8,6 +8,7 @@
 #include <csignal>
 #include <new>
 #include <stdexcept>
+#include <string>
 
 #include "driver/memory_bound.hpp"
 #include "driver/options.hpp"

@@ -36,7 +36,7 @@ struct Settings {
         plot.gnuplotRequested = true;
     }
 
-    /// What every run starts from, before the resource file.
+    /// Limit and accuracy that every run starts from, before the resource file.
     void reset() {
         classic.limits.maxOrder = classic.limits.zeroTerms + 30;
         classic.limits.accuracy = 1e-10;

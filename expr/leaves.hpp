@@ -132,6 +132,7 @@ inline bool isVariable(const Expr& node) {
 }
 
 inline bool isAlgebraic(const Expr& node) { return node.type() == ExprType::Algebraic; }
+inline bool isDifferential(const Expr& node) { return node.type() == ExprType::Differential; }
 
 /// The node as a variable; null for any other node.
 inline Differential* asVariable(Expr* node) { return isVariable(*node) ? static_cast<Differential*>(node) : nullptr; }

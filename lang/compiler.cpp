@@ -26,8 +26,8 @@ void Compiler::compile() {
     if (stepFunctions_.empty()) return;
     messages_ += '\n';
     for (const ParseError& stepFunction : stepFunctions_) messages_ += stepFunction.text();
-    const ParseError& first = stepFunctions_.front();
-    throw ParseError(messages_, first.line(), first.column(), first.token());
+    const ParseError& last = stepFunctions_.back();
+    throw ParseError(messages_, last.line(), last.column(), last.token());
 }
 
 std::size_t Compiler::readSource(char* buffer, std::size_t size) const {

@@ -88,7 +88,7 @@ bool SeriesPass::sumAll() {
         k = last + 1;
     }
     for (SlotIndex i = 0; i < all_.variables; ++i) {
-        static_cast<Differential&>(*all_[i].node).adopt(sums_[distinct_.representative[i]]);
+        asVariable(all_[i].node)->adopt(sums_[distinct_.representative[i]]);
     }
     return true;
 }

@@ -18,7 +18,7 @@ public:
         const SlotIndex left = slotOrNone(node.operand(0));
         const SlotIndex right = slotOrNone(node.operand(1));
         const auto isConstant = [this](SlotIndex slot) { return slot == none || slots_[slot].isConstant; };
-        const bool changes = node.type() == ExprType::Differential || node.type() == ExprType::Time;
+        const bool changes = isDifferential(node) || node.type() == ExprType::Time;
         node.graphSlot = static_cast<int>(slots_.size());
         slots_.push_back({node.type(), !changes && isConstant(left) && isConstant(right), left, right, &node});
     }
@@ -70,7 +70,7 @@ TermGraph::TermGraph(const EquationTable& equations) {
     }
     variables = size();
     for (SlotIndex i = 0; i < variables; ++i) {
-        const auto& variable = static_cast<const Differential&>(*slots[i].node);
+        const auto& variable = *asVariable(slots[i].node);
         const SlotIndex rightHandSide = flattening.slotOf(variable.rightHandSide().get());
         slots[i].left = rightHandSide;
     }

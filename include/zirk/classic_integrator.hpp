@@ -20,7 +20,8 @@ enum class Evaluation {
     Scheduled
 };
 
-/// One test for stiffness: binary exponents of the largest and the smallest last term of all variables.
+/// One test for stiffness: binary exponents of the largest and the smallest last term but one of all variables. The
+/// names live as long as the run.
 struct StiffnessTest {
     bool isStiff = false;
     std::string_view largestName;
@@ -82,7 +83,7 @@ public:
     real step() const;
     /// Terms that the longest sum of the last pass needed.
     int order() const;
-    /// The end time has cut the present step: only points at the end time follow.
+    /// The end time has cut the step; points at the end time follow, or a shorter step when the point is rejected.
     bool isLastStep() const;
     /// Number of the pass, counted from 0 and in 32 bits.
     int pass() const;
@@ -97,7 +98,7 @@ public:
     real value(const std::string& name) const { return value(index(name)); }
     /// Index of the last Taylor term of the step that led to this point; -1 for definitions, 0 at time 0.
     int highestTerm(std::size_t variable) const;
-    /// Term k, h^k y^(k) / k!, of the step that led to this point.
+    /// Term k, h^k y^(k) / k!, of the step that led to this point; k from 0 to highestTerm.
     real term(std::size_t variable, int k) const;
     std::vector<real> terms(std::size_t variable) const;
 
@@ -105,7 +106,8 @@ public:
     /// thing.
     std::vector<std::string> remarks() const;
 
-    /// One line: the equation as it is solved and the present value, as the command dumps it.
+    /// One line: the equation as it is solved and, for one with a derivative, the value at the start of the step, as
+    /// the command dumps it.
     std::string equation(std::size_t variable) const;
 
 private:

@@ -2,7 +2,6 @@
 // What can be chosen about a run by the classic rules.
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 #include "zirk/real.hpp"

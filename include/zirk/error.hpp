@@ -10,7 +10,7 @@
 namespace zirk {
 
 /// Ends what was asked for. Memory that is not to be had is told by the standard's own std::bad_alloc and
-/// std::length_error; nothing else is thrown.
+/// std::length_error.
 class [[gnu::visibility("default")]] Error : public std::runtime_error {
 public:
     /// `text`: what the command writes to standard error, tags and line ends included; `status`: what it exits with.

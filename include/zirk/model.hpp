@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "zirk/classic_options.hpp"
@@ -27,7 +28,8 @@ public:
     /// read the text again. Throws ParseError for a text that does not compile.
     static Model fromText(std::string_view text, const SeriesLimits& limits = {});
 
-    /// As fromText, from a source that is asked for more and more. What it throws goes through.
+    /// As fromText, from a source that is asked for more and more. What it throws goes through; an Error gets the
+    /// messages about what was read before in front of its text.
     static Model read(const Source& source, const SeriesLimits& limits = {});
 
     /// Names of the variables that the text defines, in bytewise order; the k-th derivative of y is "y%k".
