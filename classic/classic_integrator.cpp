@@ -46,21 +46,17 @@ const ClassicStatistics& ClassicIntegrator::statistics() const { return run_->st
 
 const StiffnessTest& ClassicIntegrator::stiffness() const { return run_->stiffness(); }
 
-std::size_t ClassicIntegrator::size() const { return run_->equations().list().size(); }
+std::size_t ClassicIntegrator::size() const { return run_->variables().size(); }
 
-const std::string& ClassicIntegrator::name(std::size_t variable) const {
-    return run_->equations().list()[variable]->name();
-}
+const std::string& ClassicIntegrator::name(std::size_t variable) const { return run_->variables()[variable]->name(); }
 
 std::size_t ClassicIntegrator::index(const std::string& name) const {
-    const std::vector<Differential*>& list = run_->equations().list();
+    const std::vector<Differential*>& list = run_->variables();
     const Differential* variable = run_->equations().resolve(name);
     return static_cast<std::size_t>(std::find(list.begin(), list.end(), variable) - list.begin());
 }
 
-const real& ClassicIntegrator::value(std::size_t variable) const {
-    return run_->equations().list()[variable]->result();
-}
+const real& ClassicIntegrator::value(std::size_t variable) const { return run_->variables()[variable]->result(); }
 
 int ClassicIntegrator::highestTerm(std::size_t variable) const { return run_->taylor().highestTerm(variable); }
 
@@ -77,7 +73,7 @@ std::vector<std::string> ClassicIntegrator::remarks() const { return remarksOn(r
 
 std::string ClassicIntegrator::equation(std::size_t variable) const {
     std::ostringstream out;
-    run_->equations().list()[variable]->TreeDump(out);
+    run_->variables()[variable]->TreeDump(out);
     return out.str();
 }
 

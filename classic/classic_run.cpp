@@ -25,6 +25,7 @@ using Pass = ClassicIntegrator::Pass;
 ClassicRun::ClassicRun(std::unique_ptr<CompiledSystem> compiled, const ClassicOptions& options,
                        ClassicObserver* observer, Evaluation evaluation)
     : compiled_(prepared(std::move(compiled), options.step)),
+      variables_(compiled_->system.equations.list()),
       options_(options),
       observer_(observer != nullptr ? *observer : silent_),
       taylor_(compiled_->calculus, compiled_->system.equations, evaluation),

@@ -24,6 +24,8 @@ public:
     ClassicIntegrator::Pass next();
 
     const EquationTable& equations() const { return compiled_->system.equations; }
+    /// The same in the order of their names; fixed once the run is made.
+    const std::vector<Differential*>& variables() const { return variables_; }
     const EquationSystem& system() const { return compiled_->system; }
     const Calculus& calculus() const { return compiled_->calculus; }
     const Progress& progress() const { return progress_; }
@@ -38,6 +40,7 @@ private:
     void goOn();
 
     const std::unique_ptr<CompiledSystem> compiled_;
+    const std::vector<Differential*> variables_;
     const ClassicOptions options_;
     ClassicObserver silent_;
     ClassicObserver& observer_;

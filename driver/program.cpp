@@ -57,7 +57,8 @@ int runSteps(int argc, char** argv, Output& output, Evaluation evaluation) {
     log << "#(INFO) Parsing input\n";
     const Model model = readModel(*commandLine.input, settings.classic.limits, log);
     log << "#(INFO) Initializing values\n";
-    Run run(settings, output, model, evaluation);
+    // Never freed: taking a large system apart takes longer than a short run. The context knows it.
+    Run& run = *new Run(settings, output, model, evaluation);
     if (settings.dumpTree) run.dumpTree();
     if (isatty(STDERR_FILENO) != 0) run.writeHints(commandLine.badValue);
     run.solve();
