@@ -14,7 +14,11 @@ EquationTable::~EquationTable() {
 }
 
 void EquationTable::enter(Differential* variable) {
-    map_[variable->name()] = Expr::Ref(variable);
+    Expr::Ref& place = map_[variable->name()];
+    // Before equations are prepared others know a variable by its name only: what it refers to goes with it.
+    Differential* replaced = asVariable(place.get());
+    if (replaced != nullptr && replaced != variable) replaced->detach();
+    place = Expr::Ref(variable);
     list_.clear();
 }
 
