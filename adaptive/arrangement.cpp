@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+// Levels, groups and arrays.
+#include "adaptive/arrangement.hpp"
+
+#include <algorithm>
+#include <numeric>
+#include <tuple>
+
+namespace zirk {
+
+namespace {
+
+/// How many values have to be computed one after the other before each.
+std::vector<std::uint32_t> levelsOf(const ValueSystem& system) {
+    std::vector<std::uint32_t> level(system.size(), 0);
+    for (ValueIndex i = system.variables; i < system.size(); ++i) {
+        for (const ValueIndex operand : sameOrderOperands(system.values[i]).of) {
+            if (operand != Value::none && operand != i) level[i] = std::max(level[i], level[operand] + 1);
+        }
+    }
+    return level;
+}
+
+}  // namespace
+
+ValueSystem arranged(const ValueSystem& system) {
+    const std::vector<std::uint32_t> level = levelsOf(system);
+    std::vector<ValueIndex> order(system.size());
+    std::iota(order.begin(), order.end(), 0);
+    const auto rank = [&](ValueIndex i) {
+        const Value& value = system.values[i];
+        return std::make_tuple(!value.isConstant, level[i], value.law, value.function);
+    };
+    std::stable_sort(order.begin() + system.variables, order.end(),
+                     [&](ValueIndex x, ValueIndex y) { return rank(x) < rank(y); });
+    std::vector<ValueIndex> place(system.size());
+    for (ValueIndex i = 0; i < system.size(); ++i) place[order[i]] = i;
+    const auto moved = [&](ValueIndex i) { return i == Value::none ? i : place[i]; };
+
+    ValueSystem result;
+    result.variables = system.variables;
+    for (const ValueIndex i : order) {
+        Value value = system.values[i];
+        value.a = moved(value.a);
+        value.b = moved(value.b);
+        value.side = moved(value.side);
+        result.values.push_back(value);
+    }
+    for (const ValueIndex rate : system.rates) result.rates.push_back(moved(rate));
+    for (const ValueIndex watched : system.watched) result.watched.push_back(moved(watched));
+    return result;
+}
+
+Arrangement::Arrangement(const ValueSystem& system, int highest)
+    : rising(system.size(), none), falling(system.size(), none), weighted(system.size(), none), order(highest) {
+    giveArrays(system);
+    groupValues(system);
+}
+
+void Arrangement::groupValues(const ValueSystem& system) {
+    const std::vector<std::uint32_t> level = levelsOf(system);
+    for (ValueIndex i = system.variables; i < system.size(); ++i) {
+        const Value& value = system.values[i];
+        std::vector<Group>& groups = value.isConstant ? constants : varying;
+        const bool goes = !groups.empty() && groups.back().end == i && groups.back().law == value.law &&
+                          level[groups.back().begin] == level[i];
+        if (!goes) groups.push_back({value.law, i, i});
+        ++groups.back().end;
+    }
+}
+
+void Arrangement::giveArrays(const ValueSystem& system) {
+    // Sums run over four products at a time and may read so many cells too far: what lies there is zero in one factor.
+    constexpr std::uint32_t spare = 4;
+    const std::uint32_t terms = static_cast<std::uint32_t>(order) + 1;
+    const std::uint32_t stride = (terms + spare + 3) / 4 * 4;
+    const auto give = [&](std::vector<std::uint32_t>& form, ValueIndex value, std::uint32_t first) {
+        if (form[value] != none) return;
+        form[value] = cells + first;
+        cells += stride;
+    };
+    const auto rise = [&](ValueIndex value) { give(rising, value, 0); };
+    const auto fall = [&](ValueIndex value) { give(falling, value, terms - 1); };
+    const auto weigh = [&](ValueIndex value) { give(weighted, value, 0); };
+    for (ValueIndex c = system.variables; c < system.size(); ++c) {
+        const Value& value = system.values[c];
+        // What its check, its norm, and its jumps look at.
+        if (isFunction(value)) rise(c);
+        if (isJumping(value)) rise(value.a);
+        switch (value.law) {
+            case Law::Product:
+                rise(value.a);
+                fall(value.b);
+                break;
+            case Law::Quotient:
+            case Law::Reciprocal:
+                rise(value.b);
+                fall(c);
+                break;
+            case Law::Root:
+                fall(c);
+                break;
+            case Law::Power:
+                weigh(value.a);
+                rise(value.a);
+                fall(c);
+                break;
+            case Law::ProductRate:
+                weigh(value.a);
+                rise(value.a);
+                fall(value.b);
+                break;
+            case Law::QuotientRate:
+                rise(value.a);
+                weigh(c);
+                fall(value.b);
+                break;
+            case Law::SquareLaw:
+                rise(value.a);
+                fall(value.a);
+                break;
+            default:
+                break;
+        }
+    }
+    for (const ValueIndex value : system.watched) rise(value);
+    // The last cells that a sum may read too far.
+    cells += spare;
+    for (ValueIndex i = 0; i < system.variables; ++i) {
+        if (rising[i] != none || falling[i] != none || weighted[i] != none) keptVariables.push_back(i);
+    }
+}
+
+}  // namespace zirk

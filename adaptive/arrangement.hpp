@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// The values of a system in the order in which they are computed, and where their terms are kept.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "adaptive/laws.hpp"
+
+namespace zirk {
+
+/// The same system with its values sorted: variables, then what is constant over a step, then level by level what needs
+/// the levels before, and within a level by law. So values of one law stand next to each other and need no order among
+/// themselves.
+ValueSystem arranged(const ValueSystem& system);
+
+/// Where terms are kept, and which values follow the same law.
+///
+/// All sums are over products of cells that follow each other in memory: sum over i of x[i] * y[i]. A value keeps its
+/// terms in up to three arrays for that: rising (A_0, A_1, ...), falling (..., A_1, A_0, then zeros) and weighted
+/// (0, A_1, 2 A_2, 3 A_3, ...).
+struct Arrangement {
+    static constexpr std::uint32_t none = 0xffffffff;
+
+    struct Group {
+        Law law;
+        ValueIndex begin;
+        ValueIndex end;
+    };
+
+    /// For terms 0 to `order`.
+    Arrangement(const ValueSystem& system, int order);
+
+    /// All values but the variables; the groups of constants first.
+    std::vector<Group> constants;
+    std::vector<Group> varying;
+
+    /// Per value: its first cell, or none. Term k is at rising + k, weighted + k, falling - k.
+    std::vector<std::uint32_t> rising;
+    std::vector<std::uint32_t> falling;
+    std::vector<std::uint32_t> weighted;
+    std::uint32_t cells = 0;
+    int order;
+    /// Variables that have an array.
+    std::vector<ValueIndex> keptVariables;
+
+private:
+    void giveArrays(const ValueSystem& system);
+    void groupValues(const ValueSystem& system);
+};
+
+}  // namespace zirk

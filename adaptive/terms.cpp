@@ -1,0 +1,303 @@
+// SPDX-License-Identifier: MIT
+// Group after group of values that follow the same law.
+#include "adaptive/terms.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "adaptive/lanes.hpp"
+
+namespace zirk {
+
+namespace {
+
+constexpr std::uint32_t none = Arrangement::none;
+
+/// Beyond these, doubles may lose what counts: their squares leave the range.
+bool fitsDouble(real x) {
+    constexpr real least = 0x1p-900L;
+    constexpr real most = 0x1p900L;
+    const real size = std::fabs(x);
+    return size == 0 || (size >= least && size <= most);
+}
+
+}  // namespace
+
+template <class T>
+Terms<T>::Terms(const ValueSystem& system, const Arrangement& arrangement, bool plain)
+    : system_(system),
+      arrangement_(arrangement),
+      now_(system.size()),
+      constant_(system.size()),
+      rows_(static_cast<std::size_t>(arrangement.order + 1) * system.variables),
+      cells_(arrangement.cells),
+      plain_(plain) {
+    for (const Value& value : system.values) numbers_.push_back(static_cast<T>(value.n));
+    if (plain) history_.assign(system.size(), std::vector<T>(static_cast<std::size_t>(arrangement.order) + 1));
+}
+
+template <class T>
+void Terms<T>::clear() {
+    std::fill(cells_.begin(), cells_.end(), T{0});
+}
+
+template <class T>
+inline void Terms<T>::keep(ValueIndex value, int k, T term) {
+    const auto index = static_cast<std::size_t>(k);
+    const std::uint32_t rising = arrangement_.rising[value];
+    const std::uint32_t falling = arrangement_.falling[value];
+    const std::uint32_t weighted = arrangement_.weighted[value];
+    if (rising != none) cells_[rising + index] = term;
+    if (falling != none) cells_[falling - index] = term;
+    if (weighted != none) cells_[weighted + index] = static_cast<T>(k) * term;
+}
+
+template <class T>
+void Terms<T>::begin(const std::vector<real>& first, T scale) {
+    scale_ = scale;
+    for (ValueIndex i = 0; i < system_.size(); ++i) {
+        const T term = static_cast<T>(first[i]);
+        now_[i] = term;
+        constant_[i] = term;
+        keep(i, 0, term);
+        if (plain_) history_[i][0] = term;
+    }
+    std::copy_n(now_.begin(), system_.variables, rows_.begin());
+    advanceVariables(0);
+    for (const Arrangement::Group& group : arrangement_.constants) {
+        for (ValueIndex i = group.begin; i < group.end; ++i) now_[i] = 0;
+    }
+}
+
+template <class T>
+template <class Other>
+bool Terms<T>::continueFrom(const Terms<Other>& before, int order) {
+    bool fits = true;
+    const auto take = [&](Other term) {
+        fits = fits && fitsDouble(term);
+        return static_cast<T>(term);
+    };
+    scale_ = static_cast<T>(before.scale_);
+    for (ValueIndex i = 0; i < system_.size(); ++i) constant_[i] = take(before.constant_[i]);
+    // What is no variable is computed before it is used; constants have to be zero.
+    for (ValueIndex i = 0; i < system_.size(); ++i) now_[i] = i < system_.variables ? take(before.now_[i]) : T{0};
+    std::transform(before.rows_.begin(), before.rows_.begin() + static_cast<std::ptrdiff_t>(at(order + 1)), rows_.begin(),
+                   take);
+    const auto known = static_cast<std::size_t>(order);
+    for (ValueIndex i = 0; i < system_.size(); ++i) {
+        // Variables are one term ahead.
+        const std::size_t last = i < system_.variables ? known + 1 : known;
+        const std::uint32_t rising = arrangement_.rising[i];
+        const std::uint32_t falling = arrangement_.falling[i];
+        const std::uint32_t weighted = arrangement_.weighted[i];
+        for (std::size_t k = 0; k < last; ++k) {
+            if (rising != none) cells_[rising + k] = take(before.cells_[rising + k]);
+            if (falling != none) cells_[falling - k] = take(before.cells_[falling - k]);
+            if (weighted != none) cells_[weighted + k] = take(before.cells_[weighted + k]);
+        }
+        if (plain_) {
+            for (std::size_t k = 0; k < last; ++k) history_[i][k] = take(before.history_[i][k]);
+        }
+    }
+    return fits;
+}
+
+template <class T>
+void Terms<T>::advanceVariables(int k) {
+    const T factor = scale_ / static_cast<T>(k + 1);
+    T* const next = &rows_[at(k + 1)];
+    const ValueIndex* const rates = system_.rates.data();
+    for (ValueIndex i = 0; i < system_.variables; ++i) next[i] = now_[rates[i]] * factor;
+    std::copy_n(next, system_.variables, now_.begin());
+    for (const ValueIndex i : arrangement_.keptVariables) keep(i, k + 1, now_[i]);
+    if (plain_) {
+        for (ValueIndex i = 0; i < system_.variables; ++i) history_[i][static_cast<std::size_t>(k) + 1] = now_[i];
+    }
+}
+
+template <class T>
+void Terms<T>::run(int first, int last) {
+    for (int k = first; k <= last; ++k) {
+        if (plain_) {
+            for (ValueIndex i = system_.variables; i < system_.size(); ++i) {
+                now_[i] = lawfulTerm(i, k);
+                history_[i][static_cast<std::size_t>(k)] = now_[i];
+                keep(i, k, now_[i]);
+            }
+        } else {
+            for (const Arrangement::Group& group : arrangement_.varying) runGroup(group, k);
+        }
+        if (k < arrangement_.order) advanceVariables(k);
+    }
+}
+
+template <class T>
+void Terms<T>::runGroup(const Arrangement::Group& group, int k) {
+    const Value* const values = system_.values.data();
+    T* const now = now_.data();
+    const T* const numbers = numbers_.data();
+    T* const cells = cells_.data();
+    const std::uint32_t* const rising = arrangement_.rising.data();
+    const std::uint32_t* const falling = arrangement_.falling.data();
+    const std::uint32_t* const weighted = arrangement_.weighted.data();
+    const auto n = static_cast<std::size_t>(k);
+    const auto order = static_cast<T>(k);
+    const auto each = [&](auto term) {
+        for (ValueIndex c = group.begin; c < group.end; ++c) {
+            const T result = term(c, values[c]);
+            now[c] = result;
+            if (rising[c] != none) cells[rising[c] + n] = result;
+            if (falling[c] != none) cells[falling[c] - n] = result;
+            if (weighted[c] != none) cells[weighted[c] + n] = order * result;
+        }
+    };
+    switch (group.law) {
+        case Law::Time:
+            return each([&](ValueIndex, const Value&) { return k == 1 ? scale_ : T{0}; });
+        case Law::Add:
+            return each([&](ValueIndex, const Value& v) { return now[v.a] + now[v.b]; });
+        case Law::Subtract:
+            return each([&](ValueIndex, const Value& v) { return now[v.a] - now[v.b]; });
+        case Law::Negate:
+        case Law::FromNumber:
+            return each([&](ValueIndex, const Value& v) { return -now[v.a]; });
+        case Law::AddNumber:
+            return each([&](ValueIndex, const Value& v) { return now[v.a]; });
+        case Law::Scale:
+            return each([&](ValueIndex c, const Value& v) { return now[v.a] * numbers[c]; });
+        case Law::Ratio:
+            return each([&](ValueIndex c, const Value& v) { return now[v.a] / numbers[c]; });
+        case Law::ScaleBy:
+            return each([&](ValueIndex, const Value& v) { return now[v.a] * constant_[v.b]; });
+        case Law::RatioBy:
+            return each([&](ValueIndex, const Value& v) { return now[v.a] / constant_[v.b]; });
+        case Law::Product:
+            return each([&](ValueIndex, const Value& v) {
+                return sumOfProducts(&cells[rising[v.a]], &cells[falling[v.b] - n], n + 1);
+            });
+        case Law::Quotient:
+            return each([&](ValueIndex c, const Value& v) {
+                const T sum = sumOfProducts(&cells[rising[v.b] + 1], &cells[falling[c] - n + 1], n);
+                return (now[v.a] - sum) / cells[rising[v.b]];
+            });
+        case Law::Reciprocal:
+            return each([&](ValueIndex c, const Value& v) {
+                return -sumOfProducts(&cells[rising[v.b] + 1], &cells[falling[c] - n + 1], n) / cells[rising[v.b]];
+            });
+        case Law::Root:
+            return each([&](ValueIndex c, const Value& v) {
+                // The sum reads one term too far, and more.
+                cells[rising[c] + n] = 0;
+                const T sum = sumOfProducts(&cells[rising[c] + 1], &cells[falling[c] - n + 1], n - 1);
+                return (now[v.a] - sum) / (2 * cells[rising[c]]);
+            });
+        case Law::Power:
+            return each([&](ValueIndex c, const Value& v) {
+                const T* const past = &cells[falling[c] - n + 1];
+                const T weightedSum = sumOfProducts(&cells[weighted[v.a] + 1], past, n);
+                const T sum = sumOfProducts(&cells[rising[v.a] + 1], past, n);
+                return ((numbers[c] + 1) * weightedSum - order * sum) / (order * cells[rising[v.a]]);
+            });
+        case Law::ProductRate:
+            return each([&](ValueIndex c, const Value& v) {
+                return numbers[c] * sumOfProducts(&cells[weighted[v.a] + 1], &cells[falling[v.b] - n + 1], n) / order;
+            });
+        case Law::QuotientRate:
+            return each([&](ValueIndex c, const Value& v) {
+                cells[weighted[c] + n] = 0;
+                const T sum = sumOfProducts(&cells[weighted[c] + 1], &cells[falling[v.b] - n + 1], n - 1);
+                return (numbers[c] * now[v.a] - sum / order) / cells[falling[v.b]];
+            });
+        case Law::SquareLaw:
+            return each([&](ValueIndex c, const Value& v) {
+                return numbers[c] * sumOfProducts(&cells[rising[v.a]], &cells[falling[v.a] - n], n + 1);
+            });
+        default:
+            return each([&](ValueIndex, const Value&) { return T{0}; });
+    }
+}
+
+namespace {
+
+/// The sum over i from `from` to `to` of f(i), in the order that belongs to the kind of number.
+template <class Product>
+real orderedSum(int from, int to, const Product& product, real) {
+    real sum = 0;
+    for (int i = from; i <= to; ++i) sum += product(i);
+    return sum;
+}
+
+template <class Product>
+double orderedSum(int from, int to, const Product& product, double) {
+    double part[4] = {0, 0, 0, 0};
+    for (int i = from; i <= to; ++i) part[(i - from) % 4] += product(i);
+    return (part[0] + part[2]) + (part[1] + part[3]);
+}
+
+}  // namespace
+
+template <class T>
+T Terms<T>::lawfulTerm(ValueIndex c, int k) const {
+    const Value& value = system_.values[c];
+    const auto term = [this](ValueIndex i, int j) { return history_[i][static_cast<std::size_t>(j)]; };
+    const auto weightedTerm = [&](ValueIndex i, int j) { return static_cast<T>(j) * term(i, j); };
+    const auto sum = [](int from, int to, auto product) { return orderedSum(from, to, product, T{}); };
+    const T n = numbers_[c];
+    const auto order = static_cast<T>(k);
+    switch (value.law) {
+        case Law::Time:
+            return k == 1 ? scale_ : T{0};
+        case Law::Add:
+            return term(value.a, k) + term(value.b, k);
+        case Law::Subtract:
+            return term(value.a, k) - term(value.b, k);
+        case Law::Negate:
+        case Law::FromNumber:
+            return -term(value.a, k);
+        case Law::AddNumber:
+            return term(value.a, k);
+        case Law::Scale:
+            return value.isConstant ? T{0} : term(value.a, k) * n;
+        case Law::Ratio:
+            return value.isConstant ? T{0} : term(value.a, k) / n;
+        case Law::ScaleBy:
+            return value.isConstant ? T{0} : term(value.a, k) * term(value.b, 0);
+        case Law::RatioBy:
+            return value.isConstant ? T{0} : term(value.a, k) / term(value.b, 0);
+        default:
+            break;
+    }
+    if (value.isConstant) return 0;
+    const ValueIndex a = value.a;
+    const ValueIndex b = value.b;
+    switch (value.law) {
+        case Law::Product:
+            return sum(0, k, [&](int i) { return term(a, i) * term(b, k - i); });
+        case Law::Quotient:
+            return (term(a, k) - sum(1, k, [&](int i) { return term(b, i) * term(c, k - i); })) / term(b, 0);
+        case Law::Reciprocal:
+            return -sum(1, k, [&](int i) { return term(b, i) * term(c, k - i); }) / term(b, 0);
+        case Law::Root:
+            return (term(a, k) - sum(1, k - 1, [&](int i) { return term(c, i) * term(c, k - i); })) / (2 * term(c, 0));
+        case Law::Power: {
+            const T weightedSum = sum(1, k, [&](int i) { return weightedTerm(a, i) * term(c, k - i); });
+            const T plainSum = sum(1, k, [&](int i) { return term(a, i) * term(c, k - i); });
+            return ((n + 1) * weightedSum - order * plainSum) / (order * term(a, 0));
+        }
+        case Law::ProductRate:
+            return n * sum(1, k, [&](int i) { return weightedTerm(a, i) * term(b, k - i); }) / order;
+        case Law::QuotientRate:
+            return (n * term(a, k) - sum(1, k - 1, [&](int i) { return weightedTerm(c, i) * term(b, k - i); }) / order) /
+                   term(b, 0);
+        case Law::SquareLaw:
+            return n * sum(0, k, [&](int i) { return term(a, i) * term(a, k - i); });
+        default:
+            return 0;
+    }
+}
+
+template class Terms<real>;
+template class Terms<double>;
+template bool Terms<double>::continueFrom(const Terms<real>&, int);
+
+}  // namespace zirk
