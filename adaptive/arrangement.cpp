@@ -29,7 +29,7 @@ ValueSystem arranged(const ValueSystem& system) {
     std::iota(order.begin(), order.end(), 0);
     const auto rank = [&](ValueIndex i) {
         const Value& value = system.values[i];
-        return std::make_tuple(!value.isConstant, level[i], value.law, value.function);
+        return std::make_tuple(level[i], !value.isConstant, value.law, value.function);
     };
     std::stable_sort(order.begin() + system.variables, order.end(),
                      [&](ValueIndex x, ValueIndex y) { return rank(x) < rank(y); });

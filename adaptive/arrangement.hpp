@@ -9,9 +9,9 @@
 
 namespace zirk {
 
-/// The same system with its values sorted: variables, then what is constant over a step, then level by level what needs
-/// the levels before, and within a level by law. So values of one law stand next to each other and need no order among
-/// themselves.
+/// The same system with its values sorted: variables, then level by level what needs the levels before, and within a
+/// level what is constant over a step first, then by law. So values of one law stand next to each other and need no order
+/// among themselves.
 ValueSystem arranged(const ValueSystem& system);
 
 /// Where terms are kept, and which values follow the same law.
@@ -31,7 +31,7 @@ struct Arrangement {
     /// For terms 0 to `order`.
     Arrangement(const ValueSystem& system, int order);
 
-    /// All values but the variables; the groups of constants first.
+    /// All values but the variables, those apart that are constant over a step.
     std::vector<Group> constants;
     std::vector<Group> varying;
 

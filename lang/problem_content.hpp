@@ -35,6 +35,7 @@ struct ProblemContent {
 /// For the rooms that solve.
 struct ProblemAccess {
     static const ProblemContent& of(const Problem& problem) { return *problem.content_; }
+    static std::shared_ptr<const ProblemContent> share(const Problem& problem) { return problem.content_; }
 };
 struct ExpressionAccess {
     static const FormulaGraph& graphOf(const Expression& expression) { return *expression.graph_; }

@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: MIT
+// The loop over steps: expand, choose, try, accept.
+#include "adaptive/adaptive_run.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zirk {
+
+namespace {
+
+/// A sum and what rounding took from it (D. E. Knuth, The Art of Computer Programming, vol. 2, 4.2.2).
+void addExactly(real a, real b, real& sum, real& rest) {
+    sum = a + b;
+    const real part = sum - a;
+    rest = (a - (sum - part)) + (b - part);
+}
+
+/// Longer against the step before than this, a step may not be.
+constexpr real mostGrowth = 8;
+
+/// Where nothing limits a step, its length stops growing here.
+constexpr real longestEver = 0x1p1000L;
+
+/// Between steps that begin at the same time so many jumps are taken for one event.
+constexpr int mostJumpsAtOnce = 1000;
+
+}  // namespace
+
+Machine::Machine(const FormulaGraph& graph, const std::vector<NodeIndex>& rates, const std::vector<NodeIndex>& watched,
+                 const IntegratorOptions& options)
+    : system(arranged(lower(graph, rates, watched))),
+      arrangement(system, orderFor(options.tolerance)),
+      series(system, arrangement, options.plain),
+      size(system, options.tolerance),
+      jumps(system) {}
+
+AdaptiveRun::AdaptiveRun(const Problem& problem, const IntegratorOptions& options)
+    : problem_(ProblemAccess::share(problem)),
+      options_(options),
+      graph_(*problem_->graph),
+      time_(problem_->start),
+      beginTime_(problem_->start) {
+    for (const ProblemContent::Variable& variable : problem_->variables) {
+        rates_.push_back(variable.rate);
+        state_.push_back(variable.start);
+    }
+    rest_.resize(state_.size());
+    beginState_ = gains_ = nextState_ = nextRest_ = readState_ = state_;
+}
+
+std::size_t AdaptiveRun::watch(const Expression& expression, Crossing which) {
+    FormulaImport import(ExpressionAccess::graphOf(expression), graph_);
+    watchedFormulas_.push_back(import(ExpressionAccess::rootOf(expression)));
+    watches_.emplace_back(which);
+    isStale_ = true;
+    return watches_.size() - 1;
+}
+
+void AdaptiveRun::prepare(real end) {
+    if (isStale_) {
+        machine_ = std::make_unique<Machine>(graph_, rates_, watchedFormulas_, options_);
+        isStale_ = false;
+        isFirstCurrent_ = false;
+        wide_ = 0;
+    }
+    const real direction = end > time_ ? 1 : -1;
+    // A power of two, so that no term is rounded by it.
+    const real near = naturalLength_ > 0 ? naturalLength_ : std::fabs(end - time_) / 64;
+    scale_ = direction * std::exp2(std::round(std::log2(near)));
+}
+
+void AdaptiveRun::evaluateFirst(const std::vector<real>& state, real time, bool piecesStay, std::vector<real>& first) {
+    const ValueSystem& system = machine_->system;
+    first.resize(system.size());
+    std::copy(state.begin(), state.end(), first.begin());
+    const auto of = [&](ValueIndex i) { return i == Value::none ? real{0} : first[i]; };
+    for (ValueIndex i = system.variables; i < system.size(); ++i) {
+        const Value& value = system.values[i];
+        if (value.law == Law::Time) {
+            first[i] = time;
+        } else if (isJumping(value)) {
+            first[i] = piecesStay ? machine_->jumps.inStep(i) : machine_->jumps.atBegin(i, of(value.a));
+        } else {
+            first[i] = firstTerm(value, of(value.a), of(value.b), of(value.side));
+        }
+    }
+}
+
+void AdaptiveRun::expand() {
+    const int order = machine_->arrangement.order;
+    machine_->series.expand(first_, scale_, wide_ > 0 ? wide_ : order);
+}
+
+real AdaptiveRun::chooseLength() {
+    expand();
+    real length = machine_->size.longest(machine_->series);
+    if (!machine_->size.doublesSuffice(machine_->series, length) && wide_ > 0) {
+        // What the step before has shown does not hold any more.
+        wide_ = 0;
+        expand();
+        length = machine_->size.longest(machine_->series);
+    }
+    return length;
+}
+
+void AdaptiveRun::placeEnd(Trial& trial, real end) const {
+    const real rest = (end - time_) - timeRest_;
+    const real length = trial.length * scale_;
+    // What is left is made two steps when the second would be a small one.
+    if (!(std::fabs(length) < std::fabs(rest))) {
+        trial.length = rest / scale_;
+        trial.time = end;
+        trial.timeRest = 0;
+        return;
+    }
+    addExactly(time_, length + timeRest_, trial.time, trial.timeRest);
+}
+
+bool AdaptiveRun::isTooShort(real length) const {
+    constexpr real places = 0x1p-61L;
+    return !(std::fabs(length * scale_) > std::fabs(time_) * places) || length * scale_ == 0;
+}
+
+AdaptiveRun::Trial AdaptiveRun::firstTrial(real end) {
+    for (int jumps = 0;; ++jumps) {
+        if (!isFirstCurrent_) evaluateFirst(state_, time_, false, first_);
+        for (ValueIndex i = 0; i < first_.size(); ++i) {
+            if (!std::isfinite(first_[i])) failAt(time_, i, first_[i]);
+        }
+        Trial trial;
+        trial.length = chooseLength();
+        if (std::isnan(trial.length)) failShort(machine_->size.limiting());
+        if (naturalLength_ > 0) trial.length = std::min(trial.length, naturalLength_ * mostGrowth / std::fabs(scale_));
+        if (options_.maxStep > 0) trial.length = std::min(trial.length, options_.maxStep / std::fabs(scale_));
+        if (isTooShort(trial.length)) failShort(machine_->size.limiting());
+        trial.natural = trial.length;
+        placeEnd(trial, end);
+        if (!machine_->jumps.any()) return trial;
+        const real exit = machine_->jumps.firstExit(machine_->series, trial.length);
+        if (exit < trial.length) {
+            trial.length = exit;
+            trial.endsAtJump = true;
+            placeEnd(trial, end);
+        }
+        if (!isTooShort(trial.length) || !trial.endsAtJump) return trial;
+        // It jumps here and now: the series begin anew on the other side.
+        if (jumps == mostJumpsAtOnce) failShort(machine_->jumps.change());
+        machine_->jumps.change();
+        ++statistics_.jumps;
+        isFirstCurrent_ = false;
+    }
+}
+
+ValueIndex AdaptiveRun::tryStep(const Trial& trial) {
+    machine_->series.gains(trial.length, gains_);
+    for (std::size_t i = 0; i < state_.size(); ++i) {
+        addExactly(state_[i], gains_[i] + rest_[i], nextState_[i], nextRest_[i]);
+    }
+    evaluateFirst(nextState_, trial.time, true, nextFirst_);
+    for (ValueIndex i = 0; i < nextFirst_.size(); ++i) {
+        if (!std::isfinite(nextFirst_[i])) return i;
+    }
+    for (const ValueIndex value : machine_->size.checked()) {
+        if (!machine_->size.agrees(machine_->series, value, trial.length, nextFirst_[value])) return value;
+    }
+    return Value::none;
+}
+
+bool AdaptiveRun::step(real end) {
+    if (end == time_) return false;
+    prepare(end);
+    Trial trial = firstTrial(end);
+    for (ValueIndex bad = tryStep(trial); bad != Value::none; bad = tryStep(trial)) {
+        ++statistics_.repeated;
+        trial.length /= 2;
+        trial.natural = trial.length;
+        trial.endsAtJump = false;
+        if (isTooShort(trial.length)) {
+            if (!std::isfinite(nextFirst_[bad])) failAt(trial.time, bad, nextFirst_[bad]);
+            failShort(bad);
+        }
+        placeEnd(trial, end);
+    }
+    accept(trial);
+    return true;
+}
+
+void AdaptiveRun::accept(const Trial& trial) {
+    findCrossings(trial);
+    beginTime_ = time_;
+    beginState_.swap(state_);
+    state_.swap(nextState_);
+    rest_.swap(nextRest_);
+    first_.swap(nextFirst_);
+    time_ = trial.time;
+    timeRest_ = trial.timeRest;
+    isFirstCurrent_ = !machine_->jumps.any();
+    if (trial.endsAtJump) {
+        machine_->jumps.change();
+        ++statistics_.jumps;
+    }
+    const real length = std::fabs(trial.length * scale_);
+    ++statistics_.steps;
+    statistics_.orders += static_cast<std::uint64_t>(machine_->arrangement.order);
+    statistics_.shortestStep = statistics_.steps == 1 ? length : std::min(statistics_.shortestStep, length);
+    statistics_.longestStep = std::max(statistics_.longestStep, length);
+    if (wide_ == 0 || statistics_.steps % 16 == 0) {
+        wide_ = machine_->size.wideTermsFor(machine_->series, trial.length);
+    }
+    naturalLength_ = std::min(trial.natural * std::fabs(scale_), longestEver);
+}
+
+void AdaptiveRun::findCrossings(const Trial& trial) {
+    crossings_.clear();
+    std::vector<real> polynomial;
+    for (std::size_t i = 0; i < watches_.size(); ++i) {
+        machine_->series.polynomial(machine_->system.watched[i], polynomial);
+        for (const PolynomialRoot& root : watches_[i].zeros(polynomial, trial.length)) {
+            const real at = root.at == trial.length ? trial.time : time_ + (root.at * scale_ + timeRest_);
+            crossings_.push_back({i, at, root.rising});
+        }
+    }
+    const bool forwards = scale_ > 0;
+    std::stable_sort(crossings_.begin(), crossings_.end(), [&](const ZeroCrossing& a, const ZeroCrossing& b) {
+        return forwards ? a.time < b.time : a.time > b.time;
+    });
+}
+
+void AdaptiveRun::read(Evaluation& evaluation, real time, real* values) {
+    if (time == time_ || machine_ == nullptr) return evaluation.values(time, state_.data(), values);
+    machine_->series.gains((time - beginTime_) / machine_->series.scale(), gains_);
+    for (std::size_t i = 0; i < state_.size(); ++i) readState_[i] = beginState_[i] + gains_[i];
+    evaluation.values(time, readState_.data(), values);
+}
+
+}  // namespace zirk

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+// The public face of a run.
+#include "zirk/integrator.hpp"
+
+#include "adaptive/adaptive_run.hpp"
+
+namespace zirk {
+
+struct Readout::Content {
+    Evaluation evaluation;
+};
+
+namespace {
+
+Evaluation evaluationOf(const std::vector<Expression>& expressions) {
+    FormulaGraph graph;
+    std::vector<NodeIndex> roots;
+    for (const Expression& expression : expressions) {
+        FormulaImport import(ExpressionAccess::graphOf(expression), graph);
+        roots.push_back(import(ExpressionAccess::rootOf(expression)));
+    }
+    return Evaluation(graph, roots);
+}
+
+}  // namespace
+
+Readout::Readout(const Problem&, const std::vector<Expression>& expressions)
+    : content_(std::make_unique<Content>(Content{evaluationOf(expressions)})) {}
+Readout::~Readout() = default;
+Readout::Readout(Readout&&) noexcept = default;
+Readout& Readout::operator=(Readout&&) noexcept = default;
+
+std::size_t Readout::size() const { return content_->evaluation.size(); }
+
+class Integrator::Content : public AdaptiveRun {
+public:
+    using AdaptiveRun::AdaptiveRun;
+};
+
+Integrator::Integrator(const Problem& problem, const IntegratorOptions& options)
+    : content_(std::make_unique<Content>(problem, options)) {}
+Integrator::~Integrator() = default;
+Integrator::Integrator(Integrator&&) noexcept = default;
+Integrator& Integrator::operator=(Integrator&&) noexcept = default;
+
+std::size_t Integrator::watch(const Expression& expression, Crossing which) {
+    return content_->watch(expression, which);
+}
+bool Integrator::step(real end) { return content_->step(end); }
+real Integrator::stepBegin() const { return content_->stepBegin(); }
+real Integrator::time() const { return content_->time(); }
+const std::vector<ZeroCrossing>& Integrator::crossings() const { return content_->crossings(); }
+void Integrator::read(Readout& readout, real time, real* values) const {
+    content_->read(readout.content_->evaluation, time, values);
+}
+const IntegratorStatistics& Integrator::statistics() const { return content_->statistics(); }
+
+}  // namespace zirk

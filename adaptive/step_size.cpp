@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: MIT
+// Norms of terms, relative to the size of what they belong to.
+#include "adaptive/step_size.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace zirk {
+
+namespace {
+
+/// What is cut off adds up over steps in proportion to their number, rounding only to its root: it has to be so much
+/// smaller than the tolerance for the error to stay a random walk.
+constexpr real cutOff = 0x1p-10L;
+
+/// A variable counts relative to its own size, down to this share of the largest one. Below it is relative to that:
+/// a cell of a rod far ahead of the front has no size to be relative to.
+constexpr real smallestShare = 1e-15L;
+
+/// A function has to be followed so far that its effect can be seen in the variables before it is there; for what they
+/// show, their own terms answer.
+constexpr real functionTolerance = 1e-6L;
+
+/// A polynomial that has missed a feature of its function is off by more.
+constexpr real agreement = 1e-4L;
+
+/// Terms below this share of the tolerance, in units of the last place of a double, may be doubles.
+constexpr real doubleShare = 0x1p46L;
+
+constexpr real infinite = std::numeric_limits<real>::infinity();
+
+real rootOf(real x, int k) { return x == 0 ? 0 : std::exp2(std::log2(x) / static_cast<real>(k)); }
+
+real sizeOf(const StepSeries& series, ValueIndex value) {
+    real size = 0;
+    for (int k = 0; k <= std::min(2, series.order() - 1); ++k) {
+        size = std::max(size, std::fabs(series.valueTerm(value, k)));
+    }
+    return size;
+}
+
+}  // namespace
+
+int orderFor(real tolerance) {
+    constexpr real least = 4;
+    return static_cast<int>(std::max(least, std::ceil(1 - std::log(tolerance * cutOff) / 2)));
+}
+
+StepSize::StepSize(const ValueSystem& system, real tolerance)
+    : system_(system), tolerance_(tolerance), weights_(system.variables), isWatched_(system.size(), 0) {
+    for (const ValueIndex value : system.watched) isWatched_[value] = 1;
+    // Where a jump is located has to be as right as the solution.
+    for (const Value& value : system.values) {
+        if (isJumping(value)) isWatched_[value.a] = 1;
+    }
+    for (ValueIndex i = system.variables; i < system.size(); ++i) {
+        const Value& value = system.values[i];
+        if (!value.isConstant && (isFunction(value) || isWatched_[i] != 0)) checked_.push_back(i);
+    }
+}
+
+void StepSize::weigh(const StepSeries& series) {
+    real largest = 0;
+    const auto take = [&](int from, int to) {
+        for (ValueIndex i = 0; i < system_.variables; ++i) {
+            for (int k = from; k <= to; ++k) weights_[i] = std::max(weights_[i], std::fabs(series.variableTerm(i, k)));
+            largest = std::max(largest, weights_[i]);
+        }
+    };
+    std::fill(weights_.begin(), weights_.end(), real{0});
+    take(0, 2);
+    if (largest == 0) take(3, series.order());
+    const real floor = largest > 0 ? largest * smallestShare : 1;
+    for (real& weight : weights_) weight = std::max(weight, floor);
+}
+
+real StepSize::relativeTerm(const StepSeries& series, int k) const { return series.largest(k, weights_); }
+
+void StepSize::consider(ValueIndex value, real ratio, int k, real tolerance, real& step) {
+    if (std::isnan(ratio)) step = ratio;
+    if (ratio == 0 || std::isnan(step)) return;
+    const real most = rootOf(tolerance / ratio, k);
+    if (most >= step) return;
+    step = most;
+    limiting_ = value;
+}
+
+real StepSize::longest(const StepSeries& series) {
+    weigh(series);
+    real step = infinite;
+    limiting_ = Value::none;
+    const int p = series.order();
+    for (const int k : {p - 1, p}) consider(Value::none, relativeTerm(series, k), k, tolerance_ * cutOff, step);
+    for (const ValueIndex value : checked_) {
+        const real size = sizeOf(series, value);
+        const real tolerance = isWatched_[value] != 0 ? tolerance_ * cutOff : functionTolerance;
+        for (const int k : {p - 2, p - 1}) {
+            const real term = std::fabs(series.valueTerm(value, k));
+            if (!std::isfinite(term)) return std::nan("");
+            if (size > 0 && term > 0) consider(value, term / size, k, tolerance, step);
+        }
+        limitFlat(series, value, step);
+    }
+    return step;
+}
+
+void StepSize::limitFlat(const StepSeries& series, ValueIndex value, real& step) {
+    const Law law = system_.values[value].law;
+    if (law != Law::ProductRate && law != Law::QuotientRate) return;
+    // Where a function does not move though its operand does (an exponential that is 0, a saturated tanh), its terms do
+    // not say when it will: the operand may come half as near to zero, where functions live.
+    if (series.valueTerm(value, 0) != 0 && series.valueTerm(value, 1) != 0) return;
+    const ValueIndex operand = system_.values[value].a;
+    const real most = std::max(std::fabs(series.valueTerm(operand, 0)) / 2, real{1});
+    for (int k = 1; k < series.order(); ++k) {
+        const real term = std::fabs(series.valueTerm(operand, k));
+        if (term > 0) consider(value, term, k, most / 2, step);
+    }
+}
+
+bool StepSize::doublesSuffice(const StepSeries& series, real step) const {
+    if (series.wide() >= series.order()) return true;
+    const int k = series.wide() + 1;
+    return relativeTerm(series, k) * std::pow(step, static_cast<real>(k)) <= 16 * tolerance_ * doubleShare;
+}
+
+int StepSize::wideTermsFor(const StepSeries& series, real step) const {
+    const real most = tolerance_ * doubleShare;
+    int k = series.order();
+    for (; k > 1; --k) {
+        const real power = std::pow(step, static_cast<real>(k));
+        if (!(relativeTerm(series, k) * power <= most)) break;
+    }
+    return k;
+}
+
+bool StepSize::agrees(const StepSeries& series, ValueIndex value, real step, real actual) const {
+    if (!std::isfinite(actual)) return false;
+    const real difference = std::fabs(actual - series.valueAt(value, step));
+    real size = std::max(std::fabs(actual), sizeOf(series, value));
+    if (difference <= size * agreement) return true;
+    // Rounding of the operand shows in a function that is steep: |u| du(f) is what the operand's last place does.
+    const Value& law = system_.values[value];
+    if (law.law != Law::ProductRate && law.law != Law::QuotientRate) return false;
+    const real rate = series.valueTerm(law.a, 1);
+    if (rate == 0) return false;
+    constexpr real places = 0x1p-56L;
+    const real noise = places * std::fabs(series.valueTerm(law.a, 0) * (series.valueTerm(value, 1) / rate));
+    return difference <= noise;
+}
+
+}  // namespace zirk

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// How long a step may be, from the terms of its polynomials.
+#pragma once
+
+#include <vector>
+
+#include "adaptive/step_series.hpp"
+
+namespace zirk {
+
+/// The order that takes the least work for a tolerance: about 1 - ln(tolerance)/2 (A. Jorba, M. Zou, Experimental
+/// Mathematics 14 (2005), section 3.2).
+int orderFor(real tolerance);
+
+/// Judges the terms of one step after the other.
+class StepSize {
+public:
+    StepSize(const ValueSystem& system, real tolerance);
+
+    /// The longest step, in units of the scale; not a number when a term is not finite, infinite when nothing limits it.
+    real longest(const StepSeries& series);
+
+    /// Whether the terms that were computed as doubles are small enough for that, for a step of this length.
+    bool doublesSuffice(const StepSeries& series, real step) const;
+
+    /// The least number of real terms for a step like this one.
+    int wideTermsFor(const StepSeries& series, real step) const;
+
+    /// Whether a function whose polynomial ends at `expected` has the value `actual` at the end of the step.
+    bool agrees(const StepSeries& series, ValueIndex value, real step, real actual) const;
+
+    /// Functions, and what else has a polynomial that has to be right.
+    const std::vector<ValueIndex>& checked() const { return checked_; }
+
+    /// The value that limits the step most.
+    ValueIndex limiting() const { return limiting_; }
+
+private:
+    void weigh(const StepSeries& series);
+    void consider(ValueIndex value, real ratio, int k, real tolerance, real& step);
+    void limitFlat(const StepSeries& series, ValueIndex value, real& step);
+    real relativeTerm(const StepSeries& series, int k) const;
+
+    const ValueSystem& system_;
+    real tolerance_;
+    std::vector<real> weights_;
+    std::vector<ValueIndex> checked_;
+    std::vector<char> isWatched_;
+    ValueIndex limiting_ = Value::none;
+};
+
+}  // namespace zirk
