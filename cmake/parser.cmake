@@ -11,11 +11,18 @@ bison_target(grammar lang/grammar.y ${ZIRK_GENERATED_DIR}/lang/grammar.cpp
   DEFINES_FILE ${ZIRK_GENERATED_DIR}/lang/grammar.hpp)
 add_flex_bison_dependency(scanner grammar)
 
-add_custom_target(zirk_generated DEPENDS ${FLEX_scanner_OUTPUTS} ${BISON_grammar_OUTPUTS})
+flex_target(problem_scanner lang/problem_scanner.l ${ZIRK_GENERATED_DIR}/lang/problem_scanner.cpp)
+bison_target(problem_grammar lang/problem_grammar.y ${ZIRK_GENERATED_DIR}/lang/problem_grammar.cpp
+  DEFINES_FILE ${ZIRK_GENERATED_DIR}/lang/problem_grammar.hpp)
+add_flex_bison_dependency(problem_scanner problem_grammar)
 
-# add_zirk_parser(NAME): objects of scanner and parser.
+set(zirk_generated_outputs ${FLEX_scanner_OUTPUTS} ${BISON_grammar_OUTPUTS}
+  ${FLEX_problem_scanner_OUTPUTS} ${BISON_problem_grammar_OUTPUTS})
+add_custom_target(zirk_generated DEPENDS ${zirk_generated_outputs})
+
+# add_zirk_parser(NAME): objects of the scanners and parsers of both languages.
 function(add_zirk_parser name)
-  add_library(${name} OBJECT ${FLEX_scanner_OUTPUTS} ${BISON_grammar_OUTPUTS})
+  add_library(${name} OBJECT ${zirk_generated_outputs})
   # Two targets take the same files: one rule makes them.
   add_dependencies(${name} zirk_generated)
   target_link_libraries(${name} PRIVATE zirk_options)
