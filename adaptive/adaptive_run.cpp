@@ -22,6 +22,9 @@ constexpr real mostGrowth = 8;
 /// Where nothing limits a step, its length stops growing here.
 constexpr real longestEver = 0x1p1000L;
 
+/// What is smaller is zero.
+constexpr real vanishing = 0x1p-16310L;
+
 /// Between steps that begin at the same time so many jumps are taken for one event.
 constexpr int mostJumpsAtOnce = 1000;
 
@@ -156,6 +159,8 @@ ValueIndex AdaptiveRun::tryStep(const Trial& trial) {
     machine_->series.gains(trial.length, gains_);
     for (std::size_t i = 0; i < state_.size(); ++i) {
         addExactly(state_[i], gains_[i] + rest_[i], nextState_[i], nextRest_[i]);
+        // Terms of such a number have no digits left, and it would stay for ever.
+        if (std::fabs(nextState_[i]) < vanishing) nextState_[i] = nextRest_[i] = 0;
     }
     evaluateFirst(nextState_, trial.time, true, nextFirst_);
     for (ValueIndex i = 0; i < nextFirst_.size(); ++i) {

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "adaptive/adaptive_run.hpp"
+#include "formula/text.hpp"
 
 namespace zirk {
 
@@ -31,7 +32,10 @@ bool hasDomain(const Value& value) {
 
 std::string AdaptiveRun::nameOf(ValueIndex value) const {
     if (value < machine_->system.variables) return problem_->variables[value].name;
-    return "a formula";
+    FormulaNames names;
+    for (const ProblemContent::Variable& variable : problem_->variables) names.variables.push_back(variable.name);
+    constexpr std::size_t mostBytes = 60;
+    return formulaText(graph_, machine_->system.values[value].formula, names, mostBytes);
 }
 
 void AdaptiveRun::failAt(real time, ValueIndex value, real result) const {

@@ -28,6 +28,9 @@ constexpr real agreement = 1e-4L;
 /// Terms below this share of the tolerance, in units of the last place of a double, may be doubles.
 constexpr real doubleShare = 0x1p46L;
 
+/// Below this the numbers of the processor lose digits: a function there counts as zero.
+constexpr real tiny = 0x1p-16000L;
+
 constexpr real infinite = std::numeric_limits<real>::infinity();
 
 real rootOf(real x, int k) { return x == 0 ? 0 : std::exp2(std::log2(x) / static_cast<real>(k)); }
@@ -98,7 +101,7 @@ real StepSize::longest(const StepSeries& series) {
         for (const int k : {p - 2, p - 1}) {
             const real term = std::fabs(series.valueTerm(value, k));
             if (!std::isfinite(term)) return std::nan("");
-            if (size > 0 && term > 0) consider(value, term / size, k, tolerance, step);
+            if (size > tiny && term > 0) consider(value, term / size, k, tolerance, step);
         }
         limitFlat(series, value, step);
     }
@@ -110,7 +113,7 @@ void StepSize::limitFlat(const StepSeries& series, ValueIndex value, real& step)
     if (law != Law::ProductRate && law != Law::QuotientRate) return;
     // Where a function does not move though its operand does (an exponential that is 0, a saturated tanh), its terms do
     // not say when it will: the operand may come half as near to zero, where functions live.
-    if (series.valueTerm(value, 0) != 0 && series.valueTerm(value, 1) != 0) return;
+    if (std::fabs(series.valueTerm(value, 0)) > tiny && std::fabs(series.valueTerm(value, 1)) > tiny) return;
     const ValueIndex operand = system_.values[value].a;
     const real most = std::max(std::fabs(series.valueTerm(operand, 0)) / 2, real{1});
     for (int k = 1; k < series.order(); ++k) {
@@ -138,8 +141,8 @@ int StepSize::wideTermsFor(const StepSeries& series, real step) const {
 bool StepSize::agrees(const StepSeries& series, ValueIndex value, real step, real actual) const {
     if (!std::isfinite(actual)) return false;
     const real difference = std::fabs(actual - series.valueAt(value, step));
-    real size = std::max(std::fabs(actual), sizeOf(series, value));
-    if (difference <= size * agreement) return true;
+    const real size = std::max(std::fabs(actual), sizeOf(series, value));
+    if (difference <= std::max(size * agreement, tiny)) return true;
     // Rounding of the operand shows in a function that is steep: |u| du(f) is what the operand's last place does.
     const Value& law = system_.values[value];
     if (law.law != Law::ProductRate && law.law != Law::QuotientRate) return false;
