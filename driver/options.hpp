@@ -6,7 +6,7 @@
 #include <istream>
 #include <memory>
 
-#include "driver/output.hpp"
+#include "command/output.hpp"
 #include "driver/settings.hpp"
 
 namespace zirk {

@@ -2,15 +2,13 @@
 // Start-up, and how a run ends.
 #include "driver/program.hpp"
 
-#include <fcntl.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <new>
 #include <stdexcept>
 #include <string>
 
-#include "driver/memory_bound.hpp"
+#include "command/process.hpp"
 #include "driver/options.hpp"
 #include "driver/resource_file.hpp"
 #include "driver/run.hpp"
@@ -19,15 +17,6 @@
 namespace zirk {
 
 namespace {
-
-/// A missing standard descriptor must not be taken by the next file that is opened; using it still fails.
-void occupyStandardDescriptors() {
-    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        if (fcntl(descriptor, F_GETFD) >= 0) continue;
-        // The lowest free descriptor is this one.
-        (void)!open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
-    }
-}
 
 Model::Source sourceOf(std::istream& input) {
     return [&input](char* buffer, std::size_t size) {
@@ -72,7 +61,7 @@ int fail(Output& output, const std::string& message, int status) {
     output.log().clear();
     try {
         output.log() << message;
-    } catch (const Error&) {
+    } catch (const ResultsLost&) {
         // Results that wait with it cannot be written; the message stands for that.
     }
     output.flushQuietly();
@@ -87,6 +76,8 @@ int runGuarded(int argc, char** argv, Output& output, Evaluation evaluation) {
         return status;
     } catch (const Error& error) {
         return fail(output, error.text(), error.status());
+    } catch (const ResultsLost& lost) {
+        return fail(output, std::string("#(ERR) Error by writing results: ") + lost.what() + "\n", 1);
     } catch (const std::bad_alloc&) {
         return fail(output, "#(ERR) Out of memory\n", 1);
     } catch (const std::length_error&) {
@@ -97,10 +88,7 @@ int runGuarded(int argc, char** argv, Output& output, Evaluation evaluation) {
 }  // namespace
 
 int runProgram(int argc, char** argv, Evaluation evaluation) {
-    boundMemory();
-    // A file that must not grow further is a write error like any other.
-    std::signal(SIGXFSZ, SIG_IGN);
-    occupyStandardDescriptors();
+    prepareProcess();
     Output output(STDOUT_FILENO, STDERR_FILENO);
     runContext().output = &output;
     const int status = runGuarded(argc, argv, output, evaluation);

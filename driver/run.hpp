@@ -2,8 +2,8 @@
 // One run of the equations, with everything that the command writes about it.
 #pragma once
 
+#include "command/output.hpp"
 #include "driver/clock.hpp"
-#include "driver/output.hpp"
 #include "driver/settings.hpp"
 #include "report/result_table.hpp"
 #include "text/line.hpp"

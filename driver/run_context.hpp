@@ -2,7 +2,7 @@
 // What the command has one of, whoever asks: signal handlers have nobody to get it from.
 #pragma once
 
-#include "driver/output.hpp"
+#include "command/output.hpp"
 #include "driver/settings.hpp"
 #include "zirk/classic_integrator.hpp"
 

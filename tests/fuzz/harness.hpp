@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "driver/output.hpp"
+#include "command/output.hpp"
 #include "driver/settings.hpp"
 #include "zirk/model.hpp"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // How much memory a run may use; that a run is bounded at all is seen by robust.settings.
-#include "driver/memory_bound.hpp"
+#include "command/memory_bound.hpp"
 
 #include <gtest/gtest.h>
 

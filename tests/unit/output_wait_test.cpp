@@ -7,7 +7,7 @@
 #include <string>
 #include <thread>
 
-#include "driver/output.hpp"
+#include "command/output.hpp"
 
 using namespace zirk;
 

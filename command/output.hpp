@@ -4,8 +4,14 @@
 
 #include <memory>
 #include <ostream>
+#include <stdexcept>
 
 namespace zirk {
+
+/// Results cannot be written; what() says why, in the words of the system.
+class ResultsLost : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
 
 /// Both streams of a run.
 ///
@@ -26,10 +32,10 @@ public:
     std::ostream& results() { return *results_; }
     std::ostream& log() { return *log_; }
 
-    /// Once per point: writes what has waited long enough. Error when results cannot be written.
+    /// Once per point: writes what has waited long enough. ResultsLost when results cannot be written.
     void tick();
 
-    /// Writes everything. Error when results cannot be written.
+    /// Writes everything. ResultsLost when results cannot be written.
     void flush();
 
     /// As flushQuietly, from a signal handler: leaves a queue alone that is being changed right now.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The bound is the soft limit on data: writable mappings of any kind.
-#include "driver/memory_bound.hpp"
+#include "command/memory_bound.hpp"
 
 #include <unistd.h>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Queues of bytes and the stream buffers in front of them.
-#include "driver/output.hpp"
+#include "command/output.hpp"
 
 #include <poll.h>
 #include <sys/stat.h>
@@ -16,8 +16,6 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "zirk/error.hpp"
 
 namespace zirk {
 
@@ -180,7 +178,7 @@ public:
         flushed_ = now();
         busy_ = 0;
         if (resultsError == 0) return;
-        throw Error(std::string("#(ERR) Error by writing results: ") + std::strerror(resultsError) + "\n", 1);
+        throw ResultsLost(std::strerror(resultsError));
     }
 
     bool isBusy() const { return busy_ != 0; }
@@ -263,7 +261,7 @@ void Output::flushQuietly() {
     for (const auto& queue : queues_) {
         try {
             if (queue) queue->flush();
-        } catch (const Error&) {
+        } catch (const ResultsLost&) {
             // Told already, or about to be told.
         }
     }
