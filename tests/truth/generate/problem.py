@@ -1,0 +1,202 @@
+# SPDX-License-Identifier: MIT
+"""A problem of the collection: text, what is asked, values and tolerances, and the two files made from them.
+
+Values come from Taylor series with 40 digits or more, and are confirmed by extrapolated midpoint rules that call the
+functions themselves, and by closed forms where there are some. 25 digits must agree, or nothing is written.
+
+Tolerances: 1e-18 of the value, and what rounding to 64 bits must be expected to do, ten times. The latter is measured:
+the problem is solved by the same Taylor series, in steps like those of the command, in arithmetic of 58 to 63 bits, and
+the largest of the errors, each scaled to 64 bits, is taken. So it contains how the problem answers to decimals that are
+not binary numbers (0.1), to rounding at any moment and to the length of the run. What is demanded of a problem replaces
+this where it is more.
+"""
+import os
+import sys
+
+import gmpy2
+import mpmath
+from gmpy2 import mpfr
+
+from midpoint import Replay
+from reader import System
+from taylor import Run, allRoots
+
+FOLDER = os.path.join(os.path.dirname(os.path.abspath(__file__)), '..')
+ALL = {}
+
+
+def precision(bits):
+    context = gmpy2.get_context()
+    context.precision = bits
+    context.emax, context.emin = 2**40, -2**40
+
+
+class Asked:
+    """One call of the command: rows at times, or where an expression is zero."""
+
+    def __init__(self, columns, at=None, end=None, crossings=None, which='', until=None, demand=None, closed=None,
+                 options='', note=''):
+        self.columns = columns.split()
+        self.at = at.split() if at else None
+        self.end = end or self.at[-1]
+        self.crossings, self.which, self.until = crossings, which, until
+        self.demand, self.closed, self.options, self.note = demand, closed or {}, options, note
+
+    def arguments(self, start):
+        words = [f'-t {self.end}']
+        if start != '0':
+            words.append(f'--start={start}')
+        if self.crossings:
+            words.append(f"'--crossings={self.crossings}{':' + self.which if self.which else ''}'")
+        elif self.until:
+            words.append(f"'--until={self.until}' --last")
+        elif self.at == [self.end]:
+            words.append('--last')
+        else:
+            words.append('--at=' + ','.join(self.at))
+        words.append('-c "' + ','.join(['t'] + self.columns) + '"')
+        return ' '.join(words + ([self.options] if self.options else []))
+
+    def watched(self):
+        return [w for w in (self.crossings, self.until) if w]
+
+    def solve(self, system, start, **options):
+        """Rows (time, values) and the run."""
+        run = Run(system, start, **options)
+        nodes = [system.expression(c) for c in self.columns]
+        rows = []
+        if self.at:
+            times = [mpfr(t) for t in self.at]
+            while times:
+                while times and (abs(times[0] - mpfr(start)) <= abs(run.t - mpfr(start))):
+                    values = run.at(times[0])
+                    rows.append((times.pop(0), [values[n] for n in nodes]))
+                if times:
+                    run.step(self.end)
+            return rows, run
+        zero = system.expression((self.crossings or self.until))
+        while run.step(self.end):
+            begin, h = run.begin, run.t - run.begin
+            for root, rising in allRoots(run.series.c[zero], h, first=begin == mpfr(start)):
+                if self.which and rising != (self.which == 'up'):
+                    continue
+                values = run.at(begin + root)
+                rows.append((begin + root, [values[n] for n in nodes]))
+                if self.until:
+                    return rows, run
+        return rows, run
+
+
+class Problem:
+    def __init__(self, name, text, *asked, digits=40, maxStep=None, start='0', source='', columns=22, parts=1,
+                 confirm=True):
+        self.name, self.text, self.asked, self.digits, self.maxStep = name, text, asked, digits, maxStep
+        self.start, self.source, self.columns, self.parts, self.confirm = start, source, columns, parts, confirm
+        ALL[name] = self
+
+    def make(self):
+        lines = []
+        for asked in self.asked:
+            lines += self.answer(asked)
+        with open(os.path.join(FOLDER, self.name + '.zirk'), 'w') as file:
+            file.write(''.join('// ' + line + '\n' for line in self.source.strip().split('\n') if self.source))
+            file.write(self.text.strip() + '\n')
+        with open(os.path.join(FOLDER, self.name + '.truth'), 'w') as file:
+            file.write('# Made by generate/make. time name value, and what may differ: rel (of the value) or abs.\n')
+            file.write('\n'.join(lines) + '\n')
+
+    def answer(self, asked):
+        precision(int(self.digits * 3.33) + 80)
+        system = System(self.text, asked.columns + asked.watched())
+        rows, run = asked.solve(system, self.start, digits=self.digits, maxStep=self.maxStep)
+        nodes = [system.expression(c) for c in asked.columns]
+        lines = [f'# Taylor series of {self.digits} digits: {run.steps} steps.' +
+                 (f' {asked.note}' if asked.note else '')]
+        agreed = 99
+        if self.confirm:
+            replay = Replay(run, self.columns, self.parts)
+            for time, values in rows:
+                again = replay.at(time)
+                for name, node, value in zip(asked.columns, nodes, values):
+                    agreed = min(agreed, self.same(name, time, value, again[node], values))
+            lines[0] += f' Extrapolation agrees to {agreed} digits.'
+        for name, form in asked.closed.items():
+            mpmath.mp.prec = int(self.digits * 3.33) + 40
+            closedAgreed = 99
+            for time, values in rows:
+                exact = mpfr(mpmath.nstr(form(mpmath.mpf(str(time))), self.digits + 5))
+                closedAgreed = min(closedAgreed,
+                                   self.same(name, time, values[asked.columns.index(name)], exact, values))
+            lines[0] += f' Closed form of {name}: to {closedAgreed} digits.'
+        units, timeUnits = self.roundingUnits(asked, rows)
+        lines.append('arguments: ' + asked.arguments(self.start))
+        for i, (time, values) in enumerate(rows):
+            where = asked.at[i] if asked.at else f'#{i + 1}'
+            if not asked.at:
+                lines.append(self.line(where, 't', time, timeUnits[i], None))
+            for k, value in enumerate(values):
+                lines.append(self.line(where, asked.columns[k], value, units[i][k], asked.demand))
+        if not asked.at:
+            lines.append(f'rows {len(rows)}')
+        return lines
+
+    def same(self, name, time, a, b, values):
+        """Digits to which two values agree, of the value; of the largest in the row for what is nearly zero."""
+        size = abs(a)
+        if size < mpfr('1e-8') * max(abs(v) for v in values):
+            size = max(abs(v) for v in values)
+        if a == b:
+            return self.digits
+        if size == 0:
+            size = mpfr(1)
+        if not gmpy2.is_finite(a) or not gmpy2.is_finite(b):
+            raise SystemExit(f'{self.name}: {name} at {time}: {a} {b}')
+        digits = int(-gmpy2.log10(abs(a - b) / size))
+        if digits < 25:
+            raise SystemExit(f'{self.name}: {name} at {time}: {a} and {b} agree to {digits} digits')
+        return min(digits, self.digits)
+
+    def roundingUnits(self, asked, rows):
+        """Errors to expect from rounding to 64 bits, per row and column, and of the row's time."""
+        units = [[mpfr(0)] * len(values) for _, values in rows]
+        timeUnits = [mpfr(0)] * len(rows)
+        for bits in range(58, 64):
+            precision(bits)
+            system = System(self.text, asked.columns + asked.watched())
+            rough, _ = asked.solve(system, self.start, order=27, maxStep=self.maxStep)
+            precision(200)
+            if len(rough) != len(rows):
+                raise SystemExit(f'{self.name}: {len(rough)} rows in {bits} bits')
+            for i, (time, values) in enumerate(rough):
+                scale = mpfr(2)**(bits - 64)
+                timeUnits[i] = max(timeUnits[i], abs(time - rows[i][0]) * scale)
+                for k, value in enumerate(values):
+                    units[i][k] = max(units[i][k], abs(value - rows[i][1][k]) * scale)
+        return units, timeUnits
+
+    def line(self, where, name, value, unit, demand):
+        tolerance = abs(value) * mpfr('1e-18') + 10 * unit
+        size = abs(value)
+        if demand:
+            tolerance = max(tolerance, mpfr(demand) * size)
+        kind = 'rel' if size > 0 and tolerance < size / 1000 else 'abs'
+        if kind == 'rel':
+            tolerance /= size
+        if not gmpy2.is_finite(tolerance):
+            raise SystemExit(f'{self.name}: {name} at {where} has no tolerance')
+        return f'{where} {name} {text(value)} {kind} {"{0:.1e}".format(float(tolerance)) if tolerance > 1e-300 else shortText(tolerance)}'
+
+
+def text(value):
+    return '{0:.29e}'.format(value) if value != 0 else '0'
+
+
+def shortText(value):
+    return '{0:.1e}'.format(value) if value != 0 else '0'
+
+
+def main():
+    names = sys.argv[1:] or list(ALL)
+    for name in names:
+        ALL[name].make()
+        print(name, flush=True)
