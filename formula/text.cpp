@@ -63,25 +63,35 @@ public:
         while (!tasks_.empty() && text_.size() <= most_) {
             const Task task = tasks_.back();
             tasks_.pop_back();
-            if (task.words != nullptr) {
-                text_ += task.words;
-            } else {
-                writeOperand(task.node, task.least);
-            }
+            perform(task);
         }
         return text_.size() <= most_ ? text_ : text_.substr(0, most_) + "...";
     }
 
 private:
-    /// Words, or an operand with the level that it needs to stand without brackets.
+    /// Words, an operand with the level that it needs to stand without brackets, or a number without its sign.
     struct Task {
+        enum class Kind { Words, Operand, Magnitude };
+        Kind kind;
         const char* words;
         NodeIndex node;
         Level least;
     };
 
-    void later(const char* words) { tasks_.push_back({words, FormulaGraph::none, ofAtom}); }
-    void later(NodeIndex node, Level least) { tasks_.push_back({nullptr, node, least}); }
+    void later(const char* words) { tasks_.push_back({Task::Kind::Words, words, FormulaGraph::none, ofAtom}); }
+    void later(NodeIndex node, Level least) { tasks_.push_back({Task::Kind::Operand, nullptr, node, least}); }
+
+    void perform(const Task& task) {
+        switch (task.kind) {
+            case Task::Kind::Words:
+                text_ += task.words;
+                return;
+            case Task::Kind::Operand:
+                return writeOperand(task.node, task.least);
+            case Task::Kind::Magnitude:
+                text_ += numberText(-graph_[task.node].number);
+        }
+    }
 
     void writeOperand(NodeIndex index, Level least) {
         const auto named = names_.formulas.find(index);
@@ -121,9 +131,31 @@ private:
                 break;
         }
         const Infix infix = infixOf(node.operation);
-        later(node.right, infix.right);
-        later(infix.symbol);
-        later(node.left, infix.left);
+        const bool isExchanged = isBetterExchanged(node);
+        const NodeIndex left = isExchanged ? node.right : node.left;
+        const NodeIndex right = isExchanged ? node.left : node.right;
+        if (node.operation == Operation::Add && graph_.isNumber(right) && graph_[right].number < 0) {
+            // x + (-2) has the bits of x - 2.
+            tasks_.push_back({Task::Kind::Magnitude, nullptr, right, ofAtom});
+            later(" - ");
+        } else {
+            later(right, infix.right);
+            later(infix.symbol);
+        }
+        later(left, infix.left);
+    }
+
+    Level levelAt(NodeIndex index) const { return names_.formulas.count(index) != 0 ? ofAtom : levelOf(graph_[index]); }
+
+    /// The operands of a sum or product stand in the order of the graph. They read better without brackets, and with
+    /// numbers at the end of a sum and at the front of a product; the value is the same.
+    bool isBetterExchanged(const FormulaGraph::Node& node) const {
+        if (node.operation != Operation::Add && node.operation != Operation::Multiply) return false;
+        const Level own = levelOf(node);
+        const bool leftIsLike = levelAt(node.left) == own;
+        if (!leftIsLike && levelAt(node.right) == own) return true;
+        return node.operation == Operation::Add ? graph_.isNumber(node.left)
+                                                : graph_.isNumber(node.right) && !leftIsLike;
     }
 
     const FormulaGraph& graph_;

@@ -23,11 +23,17 @@ using namespace zirk;
 #define YYLLOC_DEFAULT(current, rhs, count) \
     ((current) = (count) != 0 ? YYRHSLOC(rhs, 1) : Place{YYRHSLOC(rhs, 0).offset + YYRHSLOC(rhs, 0).length, 0})
 
-// Formulas are as deep as memory allows. The reader owns the stack, so that errors may be thrown through the parser.
-#define YYMAXDEPTH 0x7fffffffffffL
-#define YYLTYPE_IS_TRIVIAL 1
-#define YYMALLOC reader.claimStack
-#define YYFREE reader.dropStack
+// Formulas are as deep as memory allows. The reader owns the stacks, so that errors may be thrown through the parser.
+template <class State>
+static void growStacks(ProblemReader& reader, State** states, PROBLEM_STYPE** values, Place** places, long* depth) {
+    const auto count = static_cast<std::size_t>(*depth);
+    *states = reader.largerStack(*states, count);
+    *values = reader.largerStack(*values, count);
+    *places = reader.largerStack(*places, count);
+    *depth *= 2;
+}
+#define yyoverflow(message, states, statesSize, values, valuesSize, places, placesSize, depth) \
+    growStacks(reader, states, values, places, depth)
 
 static void yyerror(const Place*, void*, ProblemReader&, const char*) { throw std::bad_alloc(); }
 }

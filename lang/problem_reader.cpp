@@ -158,11 +158,11 @@ void ProblemReader::reference(const Target& target) {
 }
 
 void* ProblemReader::claimStack(std::size_t size) {
-    stacks_.push_back(std::make_unique<char[]>(size));
+    stacks_.push_back(std::unique_ptr<char[]>(new char[size]));
     return stacks_.back().get();
 }
 
-void ProblemReader::dropStack(void* stack) {
+void ProblemReader::dropStack(const void* stack) {
     const auto found = std::find_if(stacks_.begin(), stacks_.end(), [&](const auto& s) { return s.get() == stack; });
     if (found != stacks_.end()) stacks_.erase(found);
 }

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -69,13 +70,20 @@ public:
     [[noreturn]] void stepConstruct(const Place& place) const;
     [[noreturn]] void unexpected(const Place& place, const ExpectedWords& expected) const;
 
-    // Stacks of the parser, which end with the reader at the latest.
-    void* claimStack(std::size_t size);
-    void dropStack(void* stack);
+    /// A stack of the parser for twice as many entries, with the present ones. It ends with the reader at the latest.
+    template <class Entry>
+    Entry* largerStack(const Entry* stack, std::size_t count) {
+        auto* larger = static_cast<Entry*>(claimStack(2 * count * sizeof(Entry)));
+        std::memcpy(larger, stack, count * sizeof(Entry));
+        dropStack(stack);
+        return larger;
+    }
 
 private:
     ProblemReader(std::string_view text, Kind kind, std::string origin);
 
+    void* claimStack(std::size_t size);
+    void dropStack(const void* stack);
     std::uint32_t keepNumber(real value);
     std::string_view textAt(const Place& place) const { return statements_.text.substr(place.offset, place.length); }
 
