@@ -96,9 +96,17 @@ void AdaptiveRun::expand() {
 }
 
 real AdaptiveRun::chooseLength() {
-    expand();
-    real length = machine_->size.longest(machine_->series);
-    if (!machine_->size.doublesSuffice(machine_->series, length) && wide_ > 0) {
+    real length = 0;
+    // Sizes of terms are compared at about the length of the step: a scale far above it is taken back.
+    constexpr real muchTooLarge = 0.125L;
+    for (;;) {
+        expand();
+        length = machine_->size.longest(machine_->series);
+        if (!(length < muchTooLarge) || isTooShort(length)) break;
+        scale_ *= std::exp2(std::floor(std::log2(length)));
+        wide_ = 0;
+    }
+    if (wide_ > 0 && !machine_->size.doublesSuffice(machine_->series, length)) {
         // What the step before has shown does not hold any more.
         wide_ = 0;
         expand();

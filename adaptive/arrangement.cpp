@@ -21,6 +21,23 @@ std::vector<std::uint32_t> levelsOf(const ValueSystem& system) {
     return level;
 }
 
+/// The value by whose term 0 a law divides.
+ValueIndex divisorOf(const Value& value, ValueIndex itself) {
+    switch (value.law) {
+        case Law::RatioBy:
+        case Law::Quotient:
+        case Law::Reciprocal:
+        case Law::QuotientRate:
+            return value.b;
+        case Law::Root:
+            return itself;
+        case Law::Power:
+            return value.a;
+        default:
+            return Value::none;
+    }
+}
+
 }  // namespace
 
 ValueSystem arranged(const ValueSystem& system) {
@@ -87,6 +104,8 @@ void Arrangement::giveArrays(const ValueSystem& system) {
         // What its check, its norm, and its jumps look at.
         if (isFunction(value)) rise(c);
         if (isJumping(value)) rise(value.a);
+        const ValueIndex divisor = divisorOf(value, c);
+        if (divisor != Value::none) divisors.push_back(divisor);
         switch (value.law) {
             case Law::Product:
                 rise(value.a);

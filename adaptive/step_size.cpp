@@ -33,7 +33,22 @@ constexpr real tiny = 0x1p-16000L;
 
 constexpr real infinite = std::numeric_limits<real>::infinity();
 
-real rootOf(real x, int k) { return x == 0 ? 0 : std::exp2(std::log2(x) / static_cast<real>(k)); }
+/// The k-th root; 53 bits are plenty for the length of a step.
+real rootOf(real x, int k) {
+    int exponent = 0;
+    const auto mantissa = static_cast<double>(std::frexp(x, &exponent));
+    const double logarithm = (std::log2(mantissa) + exponent) / k;
+    const double whole = std::floor(logarithm);
+    return std::ldexp(static_cast<real>(std::exp2(logarithm - whole)), static_cast<int>(whole));
+}
+
+real power(real x, int k) {
+    real result = 1;
+    for (; k > 0; k /= 2, x *= x) {
+        if (k % 2 == 1) result *= x;
+    }
+    return result;
+}
 
 real sizeOf(const StepSeries& series, ValueIndex value) {
     real size = 0;
@@ -83,9 +98,9 @@ real StepSize::relativeTerm(const StepSeries& series, int k) const { return seri
 void StepSize::consider(ValueIndex value, real ratio, int k, real tolerance, real& step) {
     if (std::isnan(ratio)) step = ratio;
     if (ratio == 0 || std::isnan(step)) return;
-    const real most = rootOf(tolerance / ratio, k);
-    if (most >= step) return;
-    step = most;
+    // Most of what is asked does not limit the step: a power tells that sooner than a root.
+    if (step < infinite && ratio * power(step, k) <= tolerance) return;
+    step = std::min(step, rootOf(tolerance / ratio, k));
     limiting_ = value;
 }
 
@@ -125,15 +140,14 @@ void StepSize::limitFlat(const StepSeries& series, ValueIndex value, real& step)
 bool StepSize::doublesSuffice(const StepSeries& series, real step) const {
     if (series.wide() >= series.order()) return true;
     const int k = series.wide() + 1;
-    return relativeTerm(series, k) * std::pow(step, static_cast<real>(k)) <= 16 * tolerance_ * doubleShare;
+    return relativeTerm(series, k) * power(step, k) <= 16 * tolerance_ * doubleShare;
 }
 
 int StepSize::wideTermsFor(const StepSeries& series, real step) const {
     const real most = tolerance_ * doubleShare;
     int k = series.order();
     for (; k > 1; --k) {
-        const real power = std::pow(step, static_cast<real>(k));
-        if (!(relativeTerm(series, k) * power <= most)) break;
+        if (!(relativeTerm(series, k) * power(step, k) <= most)) break;
     }
     return k;
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <type_traits>
 
 #include "adaptive/lanes.hpp"
 
@@ -28,10 +29,12 @@ Terms<T>::Terms(const ValueSystem& system, const Arrangement& arrangement, bool 
     : system_(system),
       arrangement_(arrangement),
       now_(system.size()),
-      constant_(system.size()),
+      first_(system.size()),
       rows_(static_cast<std::size_t>(arrangement.order + 1) * system.variables),
       cells_(arrangement.cells),
+      reciprocal_(system.size()),
       plain_(plain) {
+    for (int k = 0; k <= arrangement.order; ++k) ofOrder_.push_back(1 / static_cast<T>(k));
     for (const Value& value : system.values) numbers_.push_back(static_cast<T>(value.n));
     if (plain) history_.assign(system.size(), std::vector<T>(static_cast<std::size_t>(arrangement.order) + 1));
 }
@@ -41,6 +44,20 @@ void Terms<T>::clear() {
     std::fill(cells_.begin(), cells_.end(), T{0});
 }
 
+// Doubles multiply by a reciprocal: what that rounds is far below what their terms are needed for.
+
+template <class T>
+inline T Terms<T>::overFirst(T x, ValueIndex value) const {
+    if constexpr (std::is_same_v<T, double>) return x * reciprocal_[value];
+    return x / first_[value];
+}
+
+template <class T>
+inline T Terms<T>::overOrder(T x, int k) const {
+    if constexpr (std::is_same_v<T, double>) return x * ofOrder_[static_cast<std::size_t>(k)];
+    return x / static_cast<T>(k);
+}
+
 template <class T>
 inline void Terms<T>::keep(ValueIndex value, int k, T term) {
     const auto index = static_cast<std::size_t>(k);
@@ -48,7 +65,8 @@ inline void Terms<T>::keep(ValueIndex value, int k, T term) {
     const std::uint32_t falling = arrangement_.falling[value];
     const std::uint32_t weighted = arrangement_.weighted[value];
     if (rising != none) cells_[rising + index] = term;
-    if (falling != none) cells_[falling - index] = term;
+    // Its term 0 stays zero: products with it are added apart.
+    if (falling != none && k > 0) cells_[falling - index] = term;
     if (weighted != none) cells_[weighted + index] = static_cast<T>(k) * term;
 }
 
@@ -58,7 +76,7 @@ void Terms<T>::begin(const std::vector<real>& first, T scale) {
     for (ValueIndex i = 0; i < system_.size(); ++i) {
         const T term = static_cast<T>(first[i]);
         now_[i] = term;
-        constant_[i] = term;
+        first_[i] = term;
         keep(i, 0, term);
         if (plain_) history_[i][0] = term;
     }
@@ -78,7 +96,8 @@ bool Terms<T>::continueFrom(const Terms<Other>& before, int order) {
         return static_cast<T>(term);
     };
     scale_ = static_cast<T>(before.scale_);
-    for (ValueIndex i = 0; i < system_.size(); ++i) constant_[i] = take(before.constant_[i]);
+    for (ValueIndex i = 0; i < system_.size(); ++i) first_[i] = take(before.first_[i]);
+    for (const ValueIndex i : arrangement_.divisors) reciprocal_[i] = static_cast<T>(1 / before.first_[i]);
     // What is no variable is computed before it is used; constants have to be zero.
     for (ValueIndex i = 0; i < system_.size(); ++i) now_[i] = i < system_.variables ? take(before.now_[i]) : T{0};
     std::transform(before.rows_.begin(), before.rows_.begin() + static_cast<std::ptrdiff_t>(at(order + 1)), rows_.begin(),
@@ -135,6 +154,7 @@ template <class T>
 void Terms<T>::runGroup(const Arrangement::Group& group, int k) {
     const Value* const values = system_.values.data();
     T* const now = now_.data();
+    const T* const first = first_.data();
     const T* const numbers = numbers_.data();
     T* const cells = cells_.data();
     const std::uint32_t* const rising = arrangement_.rising.data();
@@ -150,6 +170,11 @@ void Terms<T>::runGroup(const Arrangement::Group& group, int k) {
             if (falling[c] != none) cells[falling[c] - n] = result;
             if (weighted[c] != none) cells[weighted[c] + n] = order * result;
         }
+    };
+    // The sum over i from 1 to k - 1 of x_i y_(k-i). The newest terms are not in it: reading what has just been written
+    // would wait for the memory.
+    const auto inner = [&](std::uint32_t x, std::uint32_t y) {
+        return sumOfProducts(&cells[x + 1], &cells[y - n + 1], n - 1);
     };
     switch (group.law) {
         case Law::Time:
@@ -168,49 +193,42 @@ void Terms<T>::runGroup(const Arrangement::Group& group, int k) {
         case Law::Ratio:
             return each([&](ValueIndex c, const Value& v) { return now[v.a] / numbers[c]; });
         case Law::ScaleBy:
-            return each([&](ValueIndex, const Value& v) { return now[v.a] * constant_[v.b]; });
+            return each([&](ValueIndex, const Value& v) { return now[v.a] * first[v.b]; });
         case Law::RatioBy:
-            return each([&](ValueIndex, const Value& v) { return now[v.a] / constant_[v.b]; });
+            return each([&](ValueIndex, const Value& v) { return overFirst(now[v.a], v.b); });
         case Law::Product:
             return each([&](ValueIndex, const Value& v) {
-                return sumOfProducts(&cells[rising[v.a]], &cells[falling[v.b] - n], n + 1);
-            });
-        case Law::Quotient:
-            return each([&](ValueIndex c, const Value& v) {
-                const T sum = sumOfProducts(&cells[rising[v.b] + 1], &cells[falling[c] - n + 1], n);
-                return (now[v.a] - sum) / cells[rising[v.b]];
-            });
-        case Law::Reciprocal:
-            return each([&](ValueIndex c, const Value& v) {
-                return -sumOfProducts(&cells[rising[v.b] + 1], &cells[falling[c] - n + 1], n) / cells[rising[v.b]];
-            });
-        case Law::Root:
-            return each([&](ValueIndex c, const Value& v) {
-                // The sum reads one term too far, and more.
-                cells[rising[c] + n] = 0;
-                const T sum = sumOfProducts(&cells[rising[c] + 1], &cells[falling[c] - n + 1], n - 1);
-                return (now[v.a] - sum) / (2 * cells[rising[c]]);
-            });
-        case Law::Power:
-            return each([&](ValueIndex c, const Value& v) {
-                const T* const past = &cells[falling[c] - n + 1];
-                const T weightedSum = sumOfProducts(&cells[weighted[v.a] + 1], past, n);
-                const T sum = sumOfProducts(&cells[rising[v.a] + 1], past, n);
-                return ((numbers[c] + 1) * weightedSum - order * sum) / (order * cells[rising[v.a]]);
-            });
-        case Law::ProductRate:
-            return each([&](ValueIndex c, const Value& v) {
-                return numbers[c] * sumOfProducts(&cells[weighted[v.a] + 1], &cells[falling[v.b] - n + 1], n) / order;
-            });
-        case Law::QuotientRate:
-            return each([&](ValueIndex c, const Value& v) {
-                cells[weighted[c] + n] = 0;
-                const T sum = sumOfProducts(&cells[weighted[c] + 1], &cells[falling[v.b] - n + 1], n - 1);
-                return (numbers[c] * now[v.a] - sum / order) / cells[falling[v.b]];
+                return inner(rising[v.a], falling[v.b]) + (first[v.a] * now[v.b] + now[v.a] * first[v.b]);
             });
         case Law::SquareLaw:
             return each([&](ValueIndex c, const Value& v) {
-                return numbers[c] * sumOfProducts(&cells[rising[v.a]], &cells[falling[v.a] - n], n + 1);
+                return numbers[c] * (inner(rising[v.a], falling[v.a]) + 2 * (first[v.a] * now[v.a]));
+            });
+        case Law::Quotient:
+            return each([&](ValueIndex c, const Value& v) {
+                return overFirst(now[v.a] - (inner(rising[v.b], falling[c]) + now[v.b] * first[c]), v.b);
+            });
+        case Law::Reciprocal:
+            return each([&](ValueIndex c, const Value& v) {
+                return -overFirst(inner(rising[v.b], falling[c]) + now[v.b] * first[c], v.b);
+            });
+        case Law::Root:
+            return each([&](ValueIndex c, const Value& v) {
+                return overFirst((now[v.a] - inner(rising[c], falling[c])) / 2, c);
+            });
+        case Law::Power:
+            return each([&](ValueIndex c, const Value& v) {
+                const T newest = now[v.a] * first[c];
+                const T heavy = (inner(weighted[v.a], falling[c]) + order * newest) * (numbers[c] + 1);
+                return overFirst(overOrder(heavy, k) - (inner(rising[v.a], falling[c]) + newest), v.a);
+            });
+        case Law::ProductRate:
+            return each([&](ValueIndex c, const Value& v) {
+                return numbers[c] * (overOrder(inner(weighted[v.a], falling[v.b]), k) + now[v.a] * first[v.b]);
+            });
+        case Law::QuotientRate:
+            return each([&](ValueIndex c, const Value& v) {
+                return overFirst(numbers[c] * now[v.a] - overOrder(inner(weighted[c], falling[v.b]), k), v.b);
             });
         default:
             return each([&](ValueIndex, const Value&) { return T{0}; });
@@ -219,18 +237,18 @@ void Terms<T>::runGroup(const Arrangement::Group& group, int k) {
 
 namespace {
 
-/// The sum over i from `from` to `to` of f(i), in the order that belongs to the kind of number.
+/// The sum over i from 1 to k - 1 of f(i), in the order that belongs to the kind of number.
 template <class Product>
-real orderedSum(int from, int to, const Product& product, real) {
+real orderedSum(int k, const Product& product, real) {
     real sum = 0;
-    for (int i = from; i <= to; ++i) sum += product(i);
+    for (int i = 1; i < k; ++i) sum += product(i);
     return sum;
 }
 
 template <class Product>
-double orderedSum(int from, int to, const Product& product, double) {
+double orderedSum(int k, const Product& product, double) {
     double part[4] = {0, 0, 0, 0};
-    for (int i = from; i <= to; ++i) part[(i - from) % 4] += product(i);
+    for (int i = 1; i < k; ++i) part[(i - 1) % 4] += product(i);
     return (part[0] + part[2]) + (part[1] + part[3]);
 }
 
@@ -239,58 +257,56 @@ double orderedSum(int from, int to, const Product& product, double) {
 template <class T>
 T Terms<T>::lawfulTerm(ValueIndex c, int k) const {
     const Value& value = system_.values[c];
-    const auto term = [this](ValueIndex i, int j) { return history_[i][static_cast<std::size_t>(j)]; };
-    const auto weightedTerm = [&](ValueIndex i, int j) { return static_cast<T>(j) * term(i, j); };
-    const auto sum = [](int from, int to, auto product) { return orderedSum(from, to, product, T{}); };
+    if (value.isConstant) return 0;
+    const ValueIndex a = value.a;
+    const ValueIndex b = value.b;
     const T n = numbers_[c];
-    const auto order = static_cast<T>(k);
+    const auto term = [this](ValueIndex i, int j) { return history_[i][static_cast<std::size_t>(j)]; };
+    const auto inner = [&](ValueIndex x, ValueIndex y) {
+        return orderedSum(k, [&](int i) { return term(x, i) * term(y, k - i); }, T{});
+    };
+    const auto innerWeighted = [&](ValueIndex x, ValueIndex y) {
+        return orderedSum(k, [&](int i) { return static_cast<T>(i) * term(x, i) * term(y, k - i); }, T{});
+    };
     switch (value.law) {
         case Law::Time:
             return k == 1 ? scale_ : T{0};
         case Law::Add:
-            return term(value.a, k) + term(value.b, k);
+            return term(a, k) + term(b, k);
         case Law::Subtract:
-            return term(value.a, k) - term(value.b, k);
+            return term(a, k) - term(b, k);
         case Law::Negate:
         case Law::FromNumber:
-            return -term(value.a, k);
+            return -term(a, k);
         case Law::AddNumber:
-            return term(value.a, k);
+            return term(a, k);
         case Law::Scale:
-            return value.isConstant ? T{0} : term(value.a, k) * n;
+            return term(a, k) * n;
         case Law::Ratio:
-            return value.isConstant ? T{0} : term(value.a, k) / n;
+            return term(a, k) / n;
         case Law::ScaleBy:
-            return value.isConstant ? T{0} : term(value.a, k) * term(value.b, 0);
+            return term(a, k) * term(b, 0);
         case Law::RatioBy:
-            return value.isConstant ? T{0} : term(value.a, k) / term(value.b, 0);
-        default:
-            break;
-    }
-    if (value.isConstant) return 0;
-    const ValueIndex a = value.a;
-    const ValueIndex b = value.b;
-    switch (value.law) {
+            return overFirst(term(a, k), b);
         case Law::Product:
-            return sum(0, k, [&](int i) { return term(a, i) * term(b, k - i); });
+            return inner(a, b) + (term(a, 0) * term(b, k) + term(a, k) * term(b, 0));
+        case Law::SquareLaw:
+            return n * (inner(a, a) + 2 * (term(a, 0) * term(a, k)));
         case Law::Quotient:
-            return (term(a, k) - sum(1, k, [&](int i) { return term(b, i) * term(c, k - i); })) / term(b, 0);
+            return overFirst(term(a, k) - (inner(b, c) + term(b, k) * term(c, 0)), b);
         case Law::Reciprocal:
-            return -sum(1, k, [&](int i) { return term(b, i) * term(c, k - i); }) / term(b, 0);
+            return -overFirst(inner(b, c) + term(b, k) * term(c, 0), b);
         case Law::Root:
-            return (term(a, k) - sum(1, k - 1, [&](int i) { return term(c, i) * term(c, k - i); })) / (2 * term(c, 0));
+            return overFirst((term(a, k) - inner(c, c)) / 2, c);
         case Law::Power: {
-            const T weightedSum = sum(1, k, [&](int i) { return weightedTerm(a, i) * term(c, k - i); });
-            const T plainSum = sum(1, k, [&](int i) { return term(a, i) * term(c, k - i); });
-            return ((n + 1) * weightedSum - order * plainSum) / (order * term(a, 0));
+            const T newest = term(a, k) * term(c, 0);
+            const T heavy = (innerWeighted(a, c) + static_cast<T>(k) * newest) * (n + 1);
+            return overFirst(overOrder(heavy, k) - (inner(a, c) + newest), a);
         }
         case Law::ProductRate:
-            return n * sum(1, k, [&](int i) { return weightedTerm(a, i) * term(b, k - i); }) / order;
+            return n * (overOrder(innerWeighted(a, b), k) + term(a, k) * term(b, 0));
         case Law::QuotientRate:
-            return (n * term(a, k) - sum(1, k - 1, [&](int i) { return weightedTerm(c, i) * term(b, k - i); }) / order) /
-                   term(b, 0);
-        case Law::SquareLaw:
-            return n * sum(0, k, [&](int i) { return term(a, i) * term(a, k - i); });
+            return overFirst(n * term(a, k) - overOrder(innerWeighted(c, b), k), b);
         default:
             return 0;
     }

@@ -50,16 +50,22 @@ private:
     T lawfulTerm(ValueIndex value, int k) const;
     void keep(ValueIndex value, int k, T term);
     void advanceVariables(int k);
+    T overFirst(T x, ValueIndex value) const;
+    T overOrder(T x, int k) const;
 
     const ValueSystem& system_;
     const Arrangement& arrangement_;
     T scale_ = 0;
     /// Terms of the present order; zero for constants from order 1 on.
     std::vector<T> now_;
-    std::vector<T> constant_;
+    /// Terms 0.
+    std::vector<T> first_;
     std::vector<T> numbers_;
     std::vector<T> rows_;
     std::vector<T> cells_;
+    /// For doubles: 1 over terms 0 of divisors, and over orders.
+    std::vector<T> reciprocal_;
+    std::vector<T> ofOrder_;
     /// In the plain way: term k of value i at [i][k].
     bool plain_;
     std::vector<std::vector<T>> history_;
