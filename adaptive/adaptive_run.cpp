@@ -75,17 +75,43 @@ void AdaptiveRun::prepare(real end) {
 
 void AdaptiveRun::evaluateFirst(const std::vector<real>& state, real time, bool piecesStay, std::vector<real>& first) {
     const ValueSystem& system = machine_->system;
+    const Arrangement& arrangement = machine_->arrangement;
     first.resize(system.size());
     std::copy(state.begin(), state.end(), first.begin());
-    const auto of = [&](ValueIndex i) { return i == Value::none ? real{0} : first[i]; };
-    for (ValueIndex i = system.variables; i < system.size(); ++i) {
-        const Value& value = system.values[i];
-        if (value.law == Law::Time) {
-            first[i] = time;
-        } else if (isJumping(value)) {
-            first[i] = piecesStay ? machine_->jumps.inStep(i) : machine_->jumps.atBegin(i, of(value.a));
-        } else {
-            first[i] = firstTerm(value, of(value.a), of(value.b), of(value.side));
+    const auto each = [&](const Arrangement::Group& group, auto term) {
+        for (ValueIndex i = group.begin; i < group.end; ++i) {
+            first[i] = term(i, first[arrangement.left[i]], first[arrangement.right[i]]);
+        }
+    };
+    // The commonest laws without a look at each value.
+    for (const Arrangement::Group& group : arrangement.groups) {
+        switch (group.law) {
+            case Law::Time:
+                each(group, [&](ValueIndex, real, real) { return time; });
+                break;
+            case Law::Step:
+            case Law::Sign:
+                each(group, [&](ValueIndex i, real a, real) {
+                    return piecesStay ? machine_->jumps.inStep(i) : machine_->jumps.atBegin(i, a);
+                });
+                break;
+            case Law::Add:
+                each(group, [](ValueIndex, real a, real b) { return a + b; });
+                break;
+            case Law::Subtract:
+                each(group, [](ValueIndex, real a, real b) { return a - b; });
+                break;
+            case Law::Scale:
+                each(group, [&](ValueIndex i, real a, real) { return a * system.values[i].n; });
+                break;
+            case Law::Product:
+                each(group, [](ValueIndex, real a, real b) { return a * b; });
+                break;
+            default:
+                each(group, [&](ValueIndex i, real a, real b) {
+                    const Value& value = system.values[i];
+                    return firstTerm(value, a, b, value.side == Value::none ? 0 : first[value.side]);
+                });
         }
     }
 }

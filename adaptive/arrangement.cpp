@@ -72,18 +72,29 @@ Arrangement::Arrangement(const ValueSystem& system, int highest)
     : rising(system.size(), none), falling(system.size(), none), weighted(system.size(), none), order(highest) {
     giveArrays(system);
     groupValues(system);
+    for (ValueIndex i = 0; i < system.size(); ++i) {
+        const Value& value = system.values[i];
+        left.push_back(value.a == Value::none ? 0 : value.a);
+        right.push_back(value.b == Value::none ? 0 : value.b);
+        const bool isVariable = i < system.variables;
+        if (rising[i] != none) arrays.push_back({rising[i], 1, isVariable});
+        if (falling[i] != none) arrays.push_back({falling[i], -1, isVariable});
+        if (weighted[i] != none) arrays.push_back({weighted[i], 1, isVariable});
+    }
 }
 
 void Arrangement::groupValues(const ValueSystem& system) {
     const std::vector<std::uint32_t> level = levelsOf(system);
     for (ValueIndex i = system.variables; i < system.size(); ++i) {
         const Value& value = system.values[i];
-        std::vector<Group>& groups = value.isConstant ? constants : varying;
-        const bool goes = !groups.empty() && groups.back().end == i && groups.back().law == value.law &&
+        const bool goes = !groups.empty() && groups.back().law == value.law &&
+                          system.values[groups.back().begin].isConstant == value.isConstant &&
                           level[groups.back().begin] == level[i];
-        if (!goes) groups.push_back({value.law, i, i});
+        if (!goes) groups.push_back({value.law, false, i, i});
         ++groups.back().end;
+        groups.back().isKept |= rising[i] != none || falling[i] != none || weighted[i] != none;
     }
+    for (const Group& group : groups) (system.values[group.begin].isConstant ? constants : varying).push_back(group);
 }
 
 void Arrangement::giveArrays(const ValueSystem& system) {

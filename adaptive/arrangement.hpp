@@ -24,14 +24,24 @@ struct Arrangement {
 
     struct Group {
         Law law;
+        /// Whether some of them have arrays.
+        bool isKept;
         ValueIndex begin;
         ValueIndex end;
+    };
+
+    /// An array: the cell of term 0, and the way from term to term.
+    struct Array {
+        std::uint32_t first;
+        std::int32_t step;
+        bool isOfVariable;
     };
 
     /// For terms 0 to `order`.
     Arrangement(const ValueSystem& system, int order);
 
-    /// All values but the variables, those apart that are constant over a step.
+    /// All values but the variables in their order; and again, those apart that are constant over a step.
+    std::vector<Group> groups;
     std::vector<Group> constants;
     std::vector<Group> varying;
 
@@ -40,9 +50,13 @@ struct Arrangement {
     std::vector<std::uint32_t> falling;
     std::vector<std::uint32_t> weighted;
     std::uint32_t cells = 0;
+    std::vector<Array> arrays;
     int order;
     /// Variables that have an array.
     std::vector<ValueIndex> keptVariables;
+    /// Operands of all values, 0 for none.
+    std::vector<ValueIndex> left;
+    std::vector<ValueIndex> right;
     /// Values by whose term 0 others are divided.
     std::vector<ValueIndex> divisors;
 

@@ -37,10 +37,13 @@ void StepSeries::expand(const std::vector<real>& first, real scale, int wide) {
 
 real StepSeries::largest(int k, const std::vector<real>& weights) const {
     real most = 0;
+    const bool isReal = k <= wide_;
     for (ValueIndex i = 0; i < system_.variables; ++i) {
-        const real term = std::fabs(variableTerm(i, k));
+        const real term = std::fabs(isReal ? real_.row(k)[i] : static_cast<real>(double_.row(k)[i]));
+        // Not a number is greater than nothing: it falls through to the test.
+        if (term <= most * weights[i]) continue;
         if (!std::isfinite(term)) return std::nan("");
-        if (term > most * weights[i]) most = term / weights[i];
+        most = term / weights[i];
     }
     return most;
 }

@@ -7,6 +7,7 @@
 #include <type_traits>
 
 #include "adaptive/lanes.hpp"
+#include "text/extended_bits.hpp"
 
 namespace zirk {
 
@@ -14,12 +15,12 @@ namespace {
 
 constexpr std::uint32_t none = Arrangement::none;
 
-/// Beyond these, doubles may lose what counts: their squares leave the range.
-bool fitsDouble(real x) {
-    constexpr real least = 0x1p-900L;
-    constexpr real most = 0x1p900L;
-    const real size = std::fabs(x);
-    return size == 0 || (size >= least && size <= most);
+/// Beyond 2^-900 and 2^900, doubles may lose what counts: products of such numbers leave their range.
+bool fitsDouble(const real& x) {
+    constexpr unsigned most = 900;
+    constexpr unsigned one = 16383;
+    const unsigned exponent = bitsOf(x).biasedExponent();
+    return exponent - (one - most) <= 2 * most || x == 0;
 }
 
 }  // namespace
@@ -58,6 +59,7 @@ inline T Terms<T>::overOrder(T x, int k) const {
     return x / static_cast<T>(k);
 }
 
+/// Terms from 1 on: of the others rising arrays alone know, the rest adds products with them apart.
 template <class T>
 inline void Terms<T>::keep(ValueIndex value, int k, T term) {
     const auto index = static_cast<std::size_t>(k);
@@ -65,8 +67,7 @@ inline void Terms<T>::keep(ValueIndex value, int k, T term) {
     const std::uint32_t falling = arrangement_.falling[value];
     const std::uint32_t weighted = arrangement_.weighted[value];
     if (rising != none) cells_[rising + index] = term;
-    // Its term 0 stays zero: products with it are added apart.
-    if (falling != none && k > 0) cells_[falling - index] = term;
+    if (falling != none) cells_[falling - index] = term;
     if (weighted != none) cells_[weighted + index] = static_cast<T>(k) * term;
 }
 
@@ -77,7 +78,7 @@ void Terms<T>::begin(const std::vector<real>& first, T scale) {
         const T term = static_cast<T>(first[i]);
         now_[i] = term;
         first_[i] = term;
-        keep(i, 0, term);
+        if (arrangement_.rising[i] != none) cells_[arrangement_.rising[i]] = term;
         if (plain_) history_[i][0] = term;
     }
     std::copy_n(now_.begin(), system_.variables, rows_.begin());
@@ -90,35 +91,30 @@ void Terms<T>::begin(const std::vector<real>& first, T scale) {
 template <class T>
 template <class Other>
 bool Terms<T>::continueFrom(const Terms<Other>& before, int order) {
-    bool fits = true;
-    const auto take = [&](Other term) {
-        fits = fits && fitsDouble(term);
-        return static_cast<T>(term);
-    };
     scale_ = static_cast<T>(before.scale_);
-    for (ValueIndex i = 0; i < system_.size(); ++i) first_[i] = take(before.first_[i]);
-    for (const ValueIndex i : arrangement_.divisors) reciprocal_[i] = static_cast<T>(1 / before.first_[i]);
-    // What is no variable is computed before it is used; constants have to be zero.
-    for (ValueIndex i = 0; i < system_.size(); ++i) now_[i] = i < system_.variables ? take(before.now_[i]) : T{0};
-    std::transform(before.rows_.begin(), before.rows_.begin() + static_cast<std::ptrdiff_t>(at(order + 1)), rows_.begin(),
-                   take);
-    const auto known = static_cast<std::size_t>(order);
     for (ValueIndex i = 0; i < system_.size(); ++i) {
+        if (!fitsDouble(before.first_[i])) return false;
+        first_[i] = static_cast<T>(before.first_[i]);
+    }
+    for (const ValueIndex i : arrangement_.divisors) reciprocal_[i] = static_cast<T>(1 / before.first_[i]);
+    // What is no variable is computed before it is used, and constants stay zero.
+    for (ValueIndex i = 0; i < system_.variables; ++i) now_[i] = static_cast<T>(before.now_[i]);
+    for (std::size_t i = 0; i < at(order + 1); ++i) rows_[i] = static_cast<T>(before.rows_[i]);
+    for (const Arrangement::Array& array : arrangement_.arrays) {
         // Variables are one term ahead.
-        const std::size_t last = i < system_.variables ? known + 1 : known;
-        const std::uint32_t rising = arrangement_.rising[i];
-        const std::uint32_t falling = arrangement_.falling[i];
-        const std::uint32_t weighted = arrangement_.weighted[i];
-        for (std::size_t k = 0; k < last; ++k) {
-            if (rising != none) cells_[rising + k] = take(before.cells_[rising + k]);
-            if (falling != none) cells_[falling - k] = take(before.cells_[falling - k]);
-            if (weighted != none) cells_[weighted + k] = take(before.cells_[weighted + k]);
-        }
-        if (plain_) {
-            for (std::size_t k = 0; k < last; ++k) history_[i][k] = take(before.history_[i][k]);
+        const int last = array.isOfVariable ? order : order - 1;
+        std::uint32_t cell = array.first;
+        for (int k = 0; k <= last; ++k, cell += static_cast<std::uint32_t>(array.step)) {
+            cells_[cell] = static_cast<T>(before.cells_[cell]);
         }
     }
-    return fits;
+    if (plain_) {
+        for (ValueIndex i = 0; i < system_.size(); ++i) {
+            const std::size_t last = static_cast<std::size_t>(order) + (i < system_.variables ? 1 : 0);
+            for (std::size_t k = 0; k < last; ++k) history_[i][k] = static_cast<T>(before.history_[i][k]);
+        }
+    }
+    return true;
 }
 
 template <class T>
@@ -127,7 +123,7 @@ void Terms<T>::advanceVariables(int k) {
     T* const next = &rows_[at(k + 1)];
     const ValueIndex* const rates = system_.rates.data();
     for (ValueIndex i = 0; i < system_.variables; ++i) next[i] = now_[rates[i]] * factor;
-    std::copy_n(next, system_.variables, now_.begin());
+    for (ValueIndex i = 0; i < system_.variables; ++i) now_[i] = next[i];
     for (const ValueIndex i : arrangement_.keptVariables) keep(i, k + 1, now_[i]);
     if (plain_) {
         for (ValueIndex i = 0; i < system_.variables; ++i) history_[i][static_cast<std::size_t>(k) + 1] = now_[i];
@@ -135,24 +131,9 @@ void Terms<T>::advanceVariables(int k) {
 }
 
 template <class T>
-void Terms<T>::run(int first, int last) {
-    for (int k = first; k <= last; ++k) {
-        if (plain_) {
-            for (ValueIndex i = system_.variables; i < system_.size(); ++i) {
-                now_[i] = lawfulTerm(i, k);
-                history_[i][static_cast<std::size_t>(k)] = now_[i];
-                keep(i, k, now_[i]);
-            }
-        } else {
-            for (const Arrangement::Group& group : arrangement_.varying) runGroup(group, k);
-        }
-        if (k < arrangement_.order) advanceVariables(k);
-    }
-}
-
-template <class T>
-void Terms<T>::runGroup(const Arrangement::Group& group, int k) {
-    const Value* const values = system_.values.data();
+[[gnu::always_inline]] inline void Terms<T>::runGroup(const Arrangement::Group& group, int k) {
+    const ValueIndex* const left = arrangement_.left.data();
+    const ValueIndex* const right = arrangement_.right.data();
     T* const now = now_.data();
     const T* const first = first_.data();
     const T* const numbers = numbers_.data();
@@ -163,8 +144,12 @@ void Terms<T>::runGroup(const Arrangement::Group& group, int k) {
     const auto n = static_cast<std::size_t>(k);
     const auto order = static_cast<T>(k);
     const auto each = [&](auto term) {
+        if (!group.isKept) {
+            for (ValueIndex c = group.begin; c < group.end; ++c) now[c] = term(c, left[c], right[c]);
+            return;
+        }
         for (ValueIndex c = group.begin; c < group.end; ++c) {
-            const T result = term(c, values[c]);
+            const T result = term(c, left[c], right[c]);
             now[c] = result;
             if (rising[c] != none) cells[rising[c] + n] = result;
             if (falling[c] != none) cells[falling[c] - n] = result;
@@ -178,60 +163,60 @@ void Terms<T>::runGroup(const Arrangement::Group& group, int k) {
     };
     switch (group.law) {
         case Law::Time:
-            return each([&](ValueIndex, const Value&) { return k == 1 ? scale_ : T{0}; });
+            return each([&](ValueIndex, ValueIndex, ValueIndex) { return k == 1 ? scale_ : T{0}; });
         case Law::Add:
-            return each([&](ValueIndex, const Value& v) { return now[v.a] + now[v.b]; });
+            return each([&](ValueIndex, ValueIndex a, ValueIndex b) { return now[a] + now[b]; });
         case Law::Subtract:
-            return each([&](ValueIndex, const Value& v) { return now[v.a] - now[v.b]; });
+            return each([&](ValueIndex, ValueIndex a, ValueIndex b) { return now[a] - now[b]; });
         case Law::Negate:
         case Law::FromNumber:
-            return each([&](ValueIndex, const Value& v) { return -now[v.a]; });
+            return each([&](ValueIndex, ValueIndex a, ValueIndex) { return -now[a]; });
         case Law::AddNumber:
-            return each([&](ValueIndex, const Value& v) { return now[v.a]; });
+            return each([&](ValueIndex, ValueIndex a, ValueIndex) { return now[a]; });
         case Law::Scale:
-            return each([&](ValueIndex c, const Value& v) { return now[v.a] * numbers[c]; });
+            return each([&](ValueIndex c, ValueIndex a, ValueIndex) { return now[a] * numbers[c]; });
         case Law::Ratio:
-            return each([&](ValueIndex c, const Value& v) { return now[v.a] / numbers[c]; });
+            return each([&](ValueIndex c, ValueIndex a, ValueIndex) { return now[a] / numbers[c]; });
         case Law::ScaleBy:
-            return each([&](ValueIndex, const Value& v) { return now[v.a] * first[v.b]; });
+            return each([&](ValueIndex, ValueIndex a, ValueIndex b) { return now[a] * first[b]; });
         case Law::RatioBy:
-            return each([&](ValueIndex, const Value& v) { return overFirst(now[v.a], v.b); });
+            return each([&](ValueIndex, ValueIndex a, ValueIndex b) { return overFirst(now[a], b); });
         case Law::Product:
-            return each([&](ValueIndex, const Value& v) {
-                return inner(rising[v.a], falling[v.b]) + (first[v.a] * now[v.b] + now[v.a] * first[v.b]);
+            return each([&](ValueIndex, ValueIndex a, ValueIndex b) {
+                return inner(rising[a], falling[b]) + (first[a] * now[b] + now[a] * first[b]);
             });
         case Law::SquareLaw:
-            return each([&](ValueIndex c, const Value& v) {
-                return numbers[c] * (inner(rising[v.a], falling[v.a]) + 2 * (first[v.a] * now[v.a]));
+            return each([&](ValueIndex c, ValueIndex a, ValueIndex) {
+                return numbers[c] * (inner(rising[a], falling[a]) + 2 * (first[a] * now[a]));
             });
         case Law::Quotient:
-            return each([&](ValueIndex c, const Value& v) {
-                return overFirst(now[v.a] - (inner(rising[v.b], falling[c]) + now[v.b] * first[c]), v.b);
+            return each([&](ValueIndex c, ValueIndex a, ValueIndex b) {
+                return overFirst(now[a] - (inner(rising[b], falling[c]) + now[b] * first[c]), b);
             });
         case Law::Reciprocal:
-            return each([&](ValueIndex c, const Value& v) {
-                return -overFirst(inner(rising[v.b], falling[c]) + now[v.b] * first[c], v.b);
+            return each([&](ValueIndex c, ValueIndex, ValueIndex b) {
+                return -overFirst(inner(rising[b], falling[c]) + now[b] * first[c], b);
             });
         case Law::Root:
-            return each([&](ValueIndex c, const Value& v) {
-                return overFirst((now[v.a] - inner(rising[c], falling[c])) / 2, c);
+            return each([&](ValueIndex c, ValueIndex a, ValueIndex) {
+                return overFirst((now[a] - inner(rising[c], falling[c])) / 2, c);
             });
         case Law::Power:
-            return each([&](ValueIndex c, const Value& v) {
-                const T newest = now[v.a] * first[c];
-                const T heavy = (inner(weighted[v.a], falling[c]) + order * newest) * (numbers[c] + 1);
-                return overFirst(overOrder(heavy, k) - (inner(rising[v.a], falling[c]) + newest), v.a);
+            return each([&](ValueIndex c, ValueIndex a, ValueIndex) {
+                const T newest = now[a] * first[c];
+                const T heavy = (inner(weighted[a], falling[c]) + order * newest) * (numbers[c] + 1);
+                return overFirst(overOrder(heavy, k) - (inner(rising[a], falling[c]) + newest), a);
             });
         case Law::ProductRate:
-            return each([&](ValueIndex c, const Value& v) {
-                return numbers[c] * (overOrder(inner(weighted[v.a], falling[v.b]), k) + now[v.a] * first[v.b]);
+            return each([&](ValueIndex c, ValueIndex a, ValueIndex b) {
+                return numbers[c] * (overOrder(inner(weighted[a], falling[b]), k) + now[a] * first[b]);
             });
         case Law::QuotientRate:
-            return each([&](ValueIndex c, const Value& v) {
-                return overFirst(numbers[c] * now[v.a] - overOrder(inner(weighted[c], falling[v.b]), k), v.b);
+            return each([&](ValueIndex c, ValueIndex a, ValueIndex b) {
+                return overFirst(numbers[c] * now[a] - overOrder(inner(weighted[c], falling[b]), k), b);
             });
         default:
-            return each([&](ValueIndex, const Value&) { return T{0}; });
+            return each([&](ValueIndex, ValueIndex, ValueIndex) { return T{0}; });
     }
 }
 
@@ -309,6 +294,22 @@ T Terms<T>::lawfulTerm(ValueIndex c, int k) const {
             return overFirst(n * term(a, k) - overOrder(innerWeighted(c, b), k), b);
         default:
             return 0;
+    }
+}
+
+template <class T>
+void Terms<T>::run(int first, int last) {
+    for (int k = first; k <= last; ++k) {
+        if (plain_) {
+            for (ValueIndex i = system_.variables; i < system_.size(); ++i) {
+                now_[i] = lawfulTerm(i, k);
+                history_[i][static_cast<std::size_t>(k)] = now_[i];
+                keep(i, k, now_[i]);
+            }
+        } else {
+            for (const Arrangement::Group& group : arrangement_.varying) runGroup(group, k);
+        }
+        if (k < arrangement_.order) advanceVariables(k);
     }
 }
 
