@@ -182,8 +182,8 @@ AdaptiveRun::Trial AdaptiveRun::firstTrial(real end) {
         }
         if (!isTooShort(trial.length) || !trial.endsAtJump) return trial;
         // It jumps here and now: the series begin anew on the other side.
-        if (jumps == mostJumpsAtOnce) failShort(machine_->jumps.change());
-        machine_->jumps.change();
+        const ValueIndex changed = machine_->jumps.change();
+        if (jumps == mostJumpsAtOnce) failSwitching(changed);
         ++statistics_.jumps;
         isFirstCurrent_ = false;
     }

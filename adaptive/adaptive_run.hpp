@@ -70,6 +70,8 @@ private:
 
     [[noreturn]] void failAt(real time, ValueIndex value, real result) const;
     [[noreturn]] void failShort(ValueIndex value) const;
+    [[noreturn]] void failSwitching(ValueIndex value) const;
+    ValueIndex largestVariable() const;
     std::string nameOf(ValueIndex value) const;
 
     std::shared_ptr<const ProblemContent> problem_;

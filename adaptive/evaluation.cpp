@@ -2,6 +2,7 @@
 // A list of nodes, operands first.
 #include "adaptive/evaluation.hpp"
 
+#include <cmath>
 #include <unordered_map>
 
 #include "formula/functions.hpp"
@@ -37,11 +38,22 @@ Evaluation::Evaluation(const FormulaGraph& graph, const std::vector<NodeIndex>& 
             if (!ready) continue;
             placeOf.emplace(at, static_cast<std::uint32_t>(nodes_.size()));
             nodes_.push_back(node);
+            exponentialLessOne_.push_back(lessOne(node));
             stack.pop_back();
         }
         places_.push_back(placeOf.at(root));
     }
     results_.resize(nodes_.size());
+}
+
+int Evaluation::lessOne(const FormulaGraph::Node& node) const {
+    if (node.operation != Operation::Subtract) return 0;
+    const auto isOne = [&](NodeIndex at) { return nodes_[at].operation == Operation::Number && nodes_[at].number == 1; };
+    const auto isExponential = [&](NodeIndex at) {
+        return nodes_[at].operation == Operation::Function && nodes_[at].function == ExprType::Exp;
+    };
+    if (isExponential(node.left) && isOne(node.right)) return 1;
+    return isOne(node.left) && isExponential(node.right) ? -1 : 0;
 }
 
 void Evaluation::values(real time, const real* variables, real* out) {
@@ -61,6 +73,14 @@ void Evaluation::values(real time, const real* variables, real* out) {
             case Operation::Function:
                 results_[i] = exactValue(node.function, operand(node.left));
                 break;
+            case Operation::Subtract:
+                if (exponentialLessOne_[i] != 0) {
+                    const int sign = exponentialLessOne_[i];
+                    const NodeIndex exponential = sign > 0 ? node.left : node.right;
+                    results_[i] = static_cast<real>(sign) * std::expm1(results_[nodes_[exponential].left]);
+                    break;
+                }
+                [[fallthrough]];
             default:
                 results_[i] = applyOperation(node.operation, operand(node.left), operand(node.right));
         }

@@ -21,6 +21,10 @@ public:
 
 private:
     std::vector<FormulaGraph::Node> nodes_;
+    /// For exp(u) - 1 and 1 - exp(u), which lose their digits near u = 0: 1 or -1 times expm1(u), else 0.
+    std::vector<int> exponentialLessOne_;
+    int lessOne(const FormulaGraph::Node& node) const;
+
     std::vector<std::uint32_t> places_;
     std::vector<real> results_;
 };

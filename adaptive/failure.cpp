@@ -19,14 +19,18 @@ std::string textOf(real x) {
 bool hasDomain(const Value& value) {
     switch (value.law) {
         case Law::Root:
-        case Law::Power:
             return true;
+        case Law::Power:
+            return value.n != std::trunc(value.n);
         case Law::QuotientRate:
             return value.function != ExprType::ATan && value.function != ExprType::ASinh;
         default:
             return false;
     }
 }
+
+/// Numbers end soon after this one.
+constexpr real nearTheEnd = 0x1p16000L;
 
 }  // namespace
 
@@ -44,23 +48,39 @@ void AdaptiveRun::failAt(real time, ValueIndex value, real result) const {
     if (std::isnan(result) && hasDomain(machine_->system.values[value])) {
         throw RunError(nameOf(value) + " leaves its domain" + where, time_);
     }
-    throw RunError(nameOf(value) + " has no finite value" + where, time_);
+    const bool isQuotient = machine_->system.values[value].law != Law::ProductRate;
+    throw RunError(nameOf(value) + (isQuotient ? " has no finite value" : " grows beyond all numbers") + where, time_);
+}
+
+ValueIndex AdaptiveRun::largestVariable() const {
+    ValueIndex found = Value::none;
+    real most = -1;
+    for (ValueIndex i = 0; i < machine_->system.variables; ++i) {
+        const real size = std::fabs(state_[i]);
+        const real last = std::fabs(machine_->series.variableTerm(i, machine_->series.order()));
+        const real share = last / (size > 0 ? size : 1);
+        if (std::isnan(share) || share <= most) continue;
+        most = share;
+        found = i;
+    }
+    return found;
 }
 
 void AdaptiveRun::failShort(ValueIndex value) const {
-    // The variable whose last term is the largest, where no function is to blame.
-    if (value == Value::none) {
-        real most = -1;
-        for (ValueIndex i = 0; i < machine_->system.variables; ++i) {
-            const real size = std::fabs(state_[i]);
-            const real share = std::fabs(machine_->series.variableTerm(i, machine_->series.order())) / (size > 0 ? size : 1);
-            if (!(share > most) && !std::isnan(share)) continue;
-            most = share;
-            value = i;
-        }
+    const std::string where = " at t = " + textOf(time_);
+    for (ValueIndex i = 0; i < machine_->system.variables; ++i) {
+        if (std::fabs(state_[i]) > nearTheEnd) throw RunError(nameOf(i) + " grows beyond all numbers" + where, time_);
     }
-    const std::string name = value == Value::none ? "the solution" : nameOf(value);
-    throw RunError(name + " cannot be followed beyond t = " + textOf(time_) + ": it has a singularity there", time_);
+    if (value == Value::none) value = largestVariable();
+    if (value == Value::none) throw RunError("the solution cannot be followed any further" + where, time_);
+    if (value >= machine_->system.variables && hasDomain(machine_->system.values[value])) {
+        throw RunError(nameOf(value) + " comes to the edge of its domain" + where, time_);
+    }
+    throw RunError(nameOf(value) + " has a singularity" + where, time_);
+}
+
+void AdaptiveRun::failSwitching(ValueIndex value) const {
+    throw RunError(nameOf(value) + " jumps to and fro without end at t = " + textOf(time_), time_);
 }
 
 }  // namespace zirk

@@ -43,9 +43,9 @@ real firstTerm(const Value& value, real a, real b, real side) {
         case Law::Negate:
             return -a;
         case Law::AddNumber:
-            return a + value.n;
+            return value.function == ExprType::Exp ? std::expm1(b) : a + value.n;
         case Law::FromNumber:
-            return value.n - a;
+            return value.function == ExprType::Exp ? -std::expm1(b) : value.n - a;
         case Law::Scale:
             return a * value.n;
         case Law::Ratio:

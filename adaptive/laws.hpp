@@ -53,7 +53,8 @@ struct Value {
     static constexpr ValueIndex none = 0xffffffff;
 
     Law law = Law::Constant;
-    /// For laws of rates: the function whose value is term 0.
+    /// For laws of rates: the function whose value is term 0. Exp for exp(B) - 1 and 1 - exp(B), A being exp(B): term 0
+    /// keeps its digits near B = 0.
     ExprType function = ExprType::Nothing;
     SquareStart start = SquareStart::OnePlus;
     /// Over a step.

@@ -83,12 +83,12 @@ private:
             case Operation::Time:
                 return make(Law::Time, none);
             case Operation::Add:
-                if (isNumber(left)) return make(Law::AddNumber, valueOf(right), none, numberOf(left));
-                if (isNumber(right)) return make(Law::AddNumber, valueOf(left), none, numberOf(right));
+                if (isNumber(left)) return withNumber(Law::AddNumber, right, numberOf(left));
+                if (isNumber(right)) return withNumber(Law::AddNumber, left, numberOf(right));
                 return make(Law::Add, valueOf(left), valueOf(right));
             case Operation::Subtract:
-                if (isNumber(left)) return make(Law::FromNumber, valueOf(right), none, numberOf(left));
-                if (isNumber(right)) return make(Law::AddNumber, valueOf(left), none, -numberOf(right));
+                if (isNumber(left)) return withNumber(Law::FromNumber, right, numberOf(left));
+                if (isNumber(right)) return withNumber(Law::AddNumber, left, -numberOf(right));
                 return make(Law::Subtract, valueOf(left), valueOf(right));
             case Operation::Multiply:
                 if (isNumber(left)) return make(Law::Scale, valueOf(right), none, numberOf(left));
@@ -105,6 +105,17 @@ private:
             default:
                 return function(node.function, valueOf(left));
         }
+    }
+
+    ValueIndex withNumber(Law law, NodeIndex node, real n) {
+        Value value = with(law, valueOf(node), none, n);
+        const FormulaGraph::Node& operand = graph_[node];
+        const bool isExponential = operand.operation == Operation::Function && operand.function == ExprType::Exp;
+        if (isExponential && n == (law == Law::FromNumber ? 1 : -1)) {
+            value.function = ExprType::Exp;
+            value.b = valueOf(operand.left);
+        }
+        return make(value);
     }
 
     ValueIndex product(ValueIndex a, ValueIndex b) {
