@@ -69,7 +69,19 @@ void StepSeries::gains(real u, std::vector<real>& out) const {
 
 real StepSeries::valueAt(ValueIndex value, real u) const {
     real sum = 0;
-    for (int k = order() - 1; k >= 0; --k) sum = sum * u + valueTerm(value, k);
+    if (wide_ < order()) {
+        // Even and odd terms by themselves: half the wait for one addition after the other.
+        const double* const terms = double_.terms(value);
+        const auto x = static_cast<double>(u);
+        double parts[2] = {0, 0};
+        for (int k = order() - 1; k >= wide_; --k) {
+            double& part = parts[static_cast<unsigned>(k - wide_) % 2];
+            part = part * (x * x) + terms[k];
+        }
+        sum = parts[0] + parts[1] * x;
+    }
+    const real* const terms = real_.terms(value);
+    for (int k = std::min(wide_, order()) - 1; k >= 0; --k) sum = sum * u + terms[k];
     return sum;
 }
 

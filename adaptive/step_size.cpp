@@ -96,8 +96,6 @@ void StepSize::weigh(const StepSeries& series) {
 real StepSize::relativeTerm(const StepSeries& series, int k) const { return series.largest(k, weights_); }
 
 void StepSize::consider(ValueIndex value, real ratio, int k, real tolerance, real& step) {
-    if (std::isnan(ratio)) step = ratio;
-    if (ratio == 0 || std::isnan(step)) return;
     // Most of what is asked does not limit the step: a power tells that sooner than a root.
     if (step < infinite && ratio * power(step, k) <= tolerance) return;
     step = std::min(step, rootOf(tolerance / ratio, k));
@@ -109,11 +107,15 @@ real StepSize::longest(const StepSeries& series) {
     real step = infinite;
     limiting_ = Value::none;
     const int p = series.order();
-    for (const int k : {p - 1, p}) consider(Value::none, relativeTerm(series, k), k, tolerance_ * cutOff, step);
+    for (const int k : {p, p - 1}) {
+        const real ratio = relativeTerm(series, k);
+        if (std::isnan(ratio)) return ratio;
+        if (ratio > 0) consider(Value::none, ratio, k, tolerance_ * cutOff, step);
+    }
     for (const ValueIndex value : checked_) {
         const real size = sizeOf(series, value);
         const real tolerance = isWatched_[value] != 0 ? tolerance_ * cutOff : functionTolerance;
-        for (const int k : {p - 2, p - 1}) {
+        for (const int k : {p - 1, p - 2}) {
             const real term = std::fabs(series.valueTerm(value, k));
             if (!std::isfinite(term)) return std::nan("");
             if (size > tiny && term > 0) consider(value, term / size, k, tolerance, step);

@@ -119,7 +119,8 @@ bool Terms<T>::continueFrom(const Terms<Other>& before, int order) {
 
 template <class T>
 void Terms<T>::advanceVariables(int k) {
-    const T factor = scale_ / static_cast<T>(k + 1);
+    // The scale is a power of two: nothing is rounded here.
+    const T factor = scale_ * ofOrder_[static_cast<std::size_t>(k) + 1];
     T* const next = &rows_[at(k + 1)];
     const ValueIndex* const rates = system_.rates.data();
     for (ValueIndex i = 0; i < system_.variables; ++i) next[i] = now_[rates[i]] * factor;
@@ -131,7 +132,7 @@ void Terms<T>::advanceVariables(int k) {
 }
 
 template <class T>
-[[gnu::always_inline]] inline void Terms<T>::runGroup(const Arrangement::Group& group, int k) {
+void Terms<T>::runGroups(int k) {
     const ValueIndex* const left = arrangement_.left.data();
     const ValueIndex* const right = arrangement_.right.data();
     T* const now = now_.data();
@@ -143,12 +144,14 @@ template <class T>
     const std::uint32_t* const weighted = arrangement_.weighted.data();
     const auto n = static_cast<std::size_t>(k);
     const auto order = static_cast<T>(k);
+    const Arrangement::Group* group = nullptr;
     const auto each = [&](auto term) {
-        if (!group.isKept) {
-            for (ValueIndex c = group.begin; c < group.end; ++c) now[c] = term(c, left[c], right[c]);
+        const ValueIndex end = group->end;
+        if (!group->isKept) {
+            for (ValueIndex c = group->begin; c < end; ++c) now[c] = term(c, left[c], right[c]);
             return;
         }
-        for (ValueIndex c = group.begin; c < group.end; ++c) {
+        for (ValueIndex c = group->begin; c < end; ++c) {
             const T result = term(c, left[c], right[c]);
             now[c] = result;
             if (rising[c] != none) cells[rising[c] + n] = result;
@@ -161,62 +164,82 @@ template <class T>
     const auto inner = [&](std::uint32_t x, std::uint32_t y) {
         return sumOfProducts(&cells[x + 1], &cells[y - n + 1], n - 1);
     };
-    switch (group.law) {
-        case Law::Time:
-            return each([&](ValueIndex, ValueIndex, ValueIndex) { return k == 1 ? scale_ : T{0}; });
-        case Law::Add:
-            return each([&](ValueIndex, ValueIndex a, ValueIndex b) { return now[a] + now[b]; });
-        case Law::Subtract:
-            return each([&](ValueIndex, ValueIndex a, ValueIndex b) { return now[a] - now[b]; });
-        case Law::Negate:
-        case Law::FromNumber:
-            return each([&](ValueIndex, ValueIndex a, ValueIndex) { return -now[a]; });
-        case Law::AddNumber:
-            return each([&](ValueIndex, ValueIndex a, ValueIndex) { return now[a]; });
-        case Law::Scale:
-            return each([&](ValueIndex c, ValueIndex a, ValueIndex) { return now[a] * numbers[c]; });
-        case Law::Ratio:
-            return each([&](ValueIndex c, ValueIndex a, ValueIndex) { return now[a] / numbers[c]; });
-        case Law::ScaleBy:
-            return each([&](ValueIndex, ValueIndex a, ValueIndex b) { return now[a] * first[b]; });
-        case Law::RatioBy:
-            return each([&](ValueIndex, ValueIndex a, ValueIndex b) { return overFirst(now[a], b); });
-        case Law::Product:
-            return each([&](ValueIndex, ValueIndex a, ValueIndex b) {
-                return inner(rising[a], falling[b]) + (first[a] * now[b] + now[a] * first[b]);
-            });
-        case Law::SquareLaw:
-            return each([&](ValueIndex c, ValueIndex a, ValueIndex) {
-                return numbers[c] * (inner(rising[a], falling[a]) + 2 * (first[a] * now[a]));
-            });
-        case Law::Quotient:
-            return each([&](ValueIndex c, ValueIndex a, ValueIndex b) {
-                return overFirst(now[a] - (inner(rising[b], falling[c]) + now[b] * first[c]), b);
-            });
-        case Law::Reciprocal:
-            return each([&](ValueIndex c, ValueIndex, ValueIndex b) {
-                return -overFirst(inner(rising[b], falling[c]) + now[b] * first[c], b);
-            });
-        case Law::Root:
-            return each([&](ValueIndex c, ValueIndex a, ValueIndex) {
-                return overFirst((now[a] - inner(rising[c], falling[c])) / 2, c);
-            });
-        case Law::Power:
-            return each([&](ValueIndex c, ValueIndex a, ValueIndex) {
-                const T newest = now[a] * first[c];
-                const T heavy = (inner(weighted[a], falling[c]) + order * newest) * (numbers[c] + 1);
-                return overFirst(overOrder(heavy, k) - (inner(rising[a], falling[c]) + newest), a);
-            });
-        case Law::ProductRate:
-            return each([&](ValueIndex c, ValueIndex a, ValueIndex b) {
-                return numbers[c] * (overOrder(inner(weighted[a], falling[b]), k) + now[a] * first[b]);
-            });
-        case Law::QuotientRate:
-            return each([&](ValueIndex c, ValueIndex a, ValueIndex b) {
-                return overFirst(numbers[c] * now[a] - overOrder(inner(weighted[c], falling[b]), k), b);
-            });
-        default:
-            return each([&](ValueIndex, ValueIndex, ValueIndex) { return T{0}; });
+    for (const Arrangement::Group& next : arrangement_.varying) {
+        group = &next;
+        switch (group->law) {
+            case Law::Time:
+                each([&](ValueIndex, ValueIndex, ValueIndex) { return k == 1 ? scale_ : T{0}; });
+                break;
+            case Law::Add:
+                each([&](ValueIndex, ValueIndex a, ValueIndex b) { return now[a] + now[b]; });
+                break;
+            case Law::Subtract:
+                each([&](ValueIndex, ValueIndex a, ValueIndex b) { return now[a] - now[b]; });
+                break;
+            case Law::Negate:
+            case Law::FromNumber:
+                each([&](ValueIndex, ValueIndex a, ValueIndex) { return -now[a]; });
+                break;
+            case Law::AddNumber:
+                each([&](ValueIndex, ValueIndex a, ValueIndex) { return now[a]; });
+                break;
+            case Law::Scale:
+                each([&](ValueIndex c, ValueIndex a, ValueIndex) { return now[a] * numbers[c]; });
+                break;
+            case Law::Ratio:
+                each([&](ValueIndex c, ValueIndex a, ValueIndex) { return now[a] / numbers[c]; });
+                break;
+            case Law::ScaleBy:
+                each([&](ValueIndex, ValueIndex a, ValueIndex b) { return now[a] * first[b]; });
+                break;
+            case Law::RatioBy:
+                each([&](ValueIndex, ValueIndex a, ValueIndex b) { return overFirst(now[a], b); });
+                break;
+            case Law::Product:
+                each([&](ValueIndex, ValueIndex a, ValueIndex b) {
+                    return inner(rising[a], falling[b]) + (first[a] * now[b] + now[a] * first[b]);
+                });
+                break;
+            case Law::SquareLaw:
+                each([&](ValueIndex c, ValueIndex a, ValueIndex) {
+                    return numbers[c] * (inner(rising[a], falling[a]) + 2 * (first[a] * now[a]));
+                });
+                break;
+            case Law::Quotient:
+                each([&](ValueIndex c, ValueIndex a, ValueIndex b) {
+                    return overFirst(now[a] - (inner(rising[b], falling[c]) + now[b] * first[c]), b);
+                });
+                break;
+            case Law::Reciprocal:
+                each([&](ValueIndex c, ValueIndex, ValueIndex b) {
+                    return -overFirst(inner(rising[b], falling[c]) + now[b] * first[c], b);
+                });
+                break;
+            case Law::Root:
+                each([&](ValueIndex c, ValueIndex a, ValueIndex) {
+                    return overFirst((now[a] - inner(rising[c], falling[c])) / 2, c);
+                });
+                break;
+            case Law::Power:
+                each([&](ValueIndex c, ValueIndex a, ValueIndex) {
+                    const T newest = now[a] * first[c];
+                    const T heavy = (inner(weighted[a], falling[c]) + order * newest) * (numbers[c] + 1);
+                    return overFirst(overOrder(heavy, k) - (inner(rising[a], falling[c]) + newest), a);
+                });
+                break;
+            case Law::ProductRate:
+                each([&](ValueIndex c, ValueIndex a, ValueIndex b) {
+                    return numbers[c] * (overOrder(inner(weighted[a], falling[b]), k) + now[a] * first[b]);
+                });
+                break;
+            case Law::QuotientRate:
+                each([&](ValueIndex c, ValueIndex a, ValueIndex b) {
+                    return overFirst(numbers[c] * now[a] - overOrder(inner(weighted[c], falling[b]), k), b);
+                });
+                break;
+            default:
+                each([&](ValueIndex, ValueIndex, ValueIndex) { return T{0}; });
+        }
     }
 }
 
@@ -307,7 +330,7 @@ void Terms<T>::run(int first, int last) {
                 keep(i, k, now_[i]);
             }
         } else {
-            for (const Arrangement::Group& group : arrangement_.varying) runGroup(group, k);
+            runGroups(k);
         }
         if (k < arrangement_.order) advanceVariables(k);
     }

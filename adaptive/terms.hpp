@@ -46,7 +46,7 @@ private:
     friend class Terms;
 
     std::size_t at(int k) const { return static_cast<std::size_t>(k) * system_.variables; }
-    void runGroup(const Arrangement::Group& group, int k);
+    void runGroups(int k);
     T lawfulTerm(ValueIndex value, int k) const;
     void keep(ValueIndex value, int k, T term);
     void advanceVariables(int k);
