@@ -52,8 +52,8 @@ std::string alternatives(const std::vector<std::string>& words) {
 std::vector<std::string> wordsFor(const ExpectedWords& expected, ProblemReader::Kind kind) {
     std::vector<std::string> words;
     // There the parser has taken the formula for complete already.
-    const bool behindFormula =
-        expected.marks.find_first_of("&;)") != std::string::npos || (expected.end && kind == ProblemReader::Kind::Formula);
+    const bool behindFormula = expected.marks.find_first_of("&;)") != std::string::npos ||
+                               (expected.end && kind == ProblemReader::Kind::Formula);
     if (expected.formula) {
         words.emplace_back("a formula");
     } else if (expected.name || (expected.end && kind == ProblemReader::Kind::Problem)) {

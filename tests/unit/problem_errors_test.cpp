@@ -126,6 +126,7 @@ TEST(ProblemErrors, TellStartValuesThatAreNotConstant) {
     EXPECT_EQ(errorOf("x' = 1 & y; y' = 1 & 2;"), "1:10: \"y\" is a variable" + only + " [y]");
     EXPECT_EQ(errorOf("x' = 1 & 2*k; k = l; l = x;"), "1:12: \"k\" changes with time" + only + " [k]");
     EXPECT_EQ(errorOf("x' = t; y' = 1 & x';"), "1:18: \"x'\" changes with time" + only + " [x']");
+    EXPECT_EQ(errorOf("a' = 1 & t; b' = 1 & a; c' = 1 & a; d' = 1 & a;"), "1:10: \"t\" is the time" + only + " [t]");
     EXPECT_EQ(errorOf("x' = t; x(k) = 1; k = x;"), "1:11: \"k\" changes with time" + only + " [k]");
 }
 
