@@ -77,8 +77,8 @@ std::string numberText(real x) {
     const std::string sign = x < 0 ? "-" : "";
     const Figures figures = shortest(x < 0 ? -x : x);
     const std::string withExponent = scientific(figures);
-    // 100000, but 1e6.
-    constexpr int worth = 3;
+    // 100000 and 0.0001, but 1e6 and 1e-5.
+    const std::size_t worth = figures.exponent < 0 ? 2 : 3;
     constexpr int longest = 25;
     if (figures.exponent > longest || figures.exponent < -longest) return sign + withExponent;
     const std::string withoutExponent = plain(figures);

@@ -154,8 +154,10 @@ private:
         const Level own = levelOf(node);
         const bool leftIsLike = levelAt(node.left) == own;
         if (!leftIsLike && levelAt(node.right) == own) return true;
-        return node.operation == Operation::Add ? graph_.isNumber(node.left)
-                                                : graph_.isNumber(node.right) && !leftIsLike;
+        const bool isSum = node.operation == Operation::Add;
+        const NodeIndex number = isSum ? node.left : node.right;
+        const NodeIndex other = isSum ? node.right : node.left;
+        return graph_.isNumber(number) && !graph_.isNumber(other) && (isSum || !leftIsLike);
     }
 
     const FormulaGraph& graph_;

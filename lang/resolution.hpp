@@ -3,9 +3,9 @@
 #pragma once
 
 #include <deque>
+#include <map>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "lang/meaning.hpp"
@@ -61,7 +61,8 @@ private:
     std::shared_ptr<ProblemContent> content_ = std::make_shared<ProblemContent>();
     std::shared_ptr<FormulaGraph> graph_ = std::make_shared<FormulaGraph>();
     std::vector<Source> sources_;
-    std::unordered_map<std::uint32_t, Start> starts_;
+    /// By variable; in order, so that the first of several errors is always the same.
+    std::map<std::uint32_t, Start> starts_;
     /// Times of start values, to be compared when definitions are known.
     std::vector<Statement> times_;
     std::vector<Frame> frames_;

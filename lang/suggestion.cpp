@@ -90,8 +90,7 @@ void Suggestion::consider(std::string_view candidate) {
     }
     if (limit_ == 0) return;
     const std::size_t distance = editDistance(wanted_, candidate, limit_);
-    // With nothing in common, a word is as near as any.
-    if (distance > limit_ || distance >= candidate.size()) return;
+    if (distance > limit_) return;
     if (!nearest_.empty() && distance == limit_) return;
     nearest_ = candidate;
     limit_ = distance;

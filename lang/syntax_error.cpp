@@ -49,14 +49,14 @@ std::string alternatives(const std::vector<std::string>& words) {
     return text;
 }
 
-std::vector<std::string> wordsFor(const ExpectedWords& expected, bool isName) {
+std::vector<std::string> wordsFor(const ExpectedWords& expected, ProblemReader::Kind kind) {
     std::vector<std::string> words;
     // There the parser has taken the formula for complete already.
-    const bool behindFormula =
-        expected.marks.find_first_of("&;)") != std::string::npos || (expected.end && !expected.name && !isName);
+    const bool behindFormula = expected.marks.find_first_of("&;)") != std::string::npos ||
+                               (expected.end && kind == ProblemReader::Kind::Formula);
     if (expected.formula) {
         words.emplace_back("a formula");
-    } else if (expected.name) {
+    } else if (expected.name || (expected.end && kind == ProblemReader::Kind::Problem)) {
         words.emplace_back("a name");
     }
     if (expected.operators || behindFormula) words.emplace_back("an operator");
@@ -64,7 +64,7 @@ std::vector<std::string> wordsFor(const ExpectedWords& expected, bool isName) {
         // A formula may begin with a bracket.
         if (mark != '(' || !expected.formula) words.push_back(quoted({&mark, 1}));
     }
-    if (expected.end && !expected.name) words.emplace_back("the end");
+    if (expected.end && kind != ProblemReader::Kind::Problem) words.emplace_back("the end");
     return words;
 }
 
@@ -116,7 +116,7 @@ void ProblemReader::unexpected(const Place& place, const ExpectedWords& expected
     }
     const std::string_view plain = plainForm(word);
     if (!plain.empty()) statements_.fail(place, message + "; write " + quoted(plain));
-    const std::vector<std::string> words = wordsFor(expected, kind_ == Kind::Target);
+    const std::vector<std::string> words = wordsFor(expected, kind_);
     if (!words.empty()) message += "; expected " + alternatives(words);
     statements_.fail(place, message);
 }

@@ -74,7 +74,8 @@ public:
     /// The time of the start values.
     real start() const;
 
-    /// The system as it is solved: first-order equations with start values, then definitions, one line each.
+    /// The system as it is solved, with constants folded and settings applied: equations with all start values, then
+    /// definitions, one line each. It reads back by fromText with the same start.
     std::string explain() const;
 
 private:
