@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "adaptive/evaluation.hpp"
-#include "adaptive/lowering.hpp"
 #include "adaptive/jumps.hpp"
+#include "adaptive/lowering.hpp"
 #include "adaptive/step_series.hpp"
 #include "adaptive/step_size.hpp"
 #include "adaptive/zero_watch.hpp"

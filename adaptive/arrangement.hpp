@@ -10,8 +10,8 @@
 namespace zirk {
 
 /// The same system with its values sorted: variables, then level by level what needs the levels before, and within a
-/// level what is constant over a step first, then by law. So values of one law stand next to each other and need no order
-/// among themselves.
+/// level what is constant over a step first, then by law. So values of one law stand next to each other and need no
+/// order among themselves.
 ValueSystem arranged(const ValueSystem& system);
 
 /// Where terms are kept, and which values follow the same law.

@@ -48,7 +48,9 @@ Evaluation::Evaluation(const FormulaGraph& graph, const std::vector<NodeIndex>& 
 
 int Evaluation::lessOne(const FormulaGraph::Node& node) const {
     if (node.operation != Operation::Subtract) return 0;
-    const auto isOne = [&](NodeIndex at) { return nodes_[at].operation == Operation::Number && nodes_[at].number == 1; };
+    const auto isOne = [&](NodeIndex at) {
+        return nodes_[at].operation == Operation::Number && nodes_[at].number == 1;
+    };
     const auto isExponential = [&](NodeIndex at) {
         return nodes_[at].operation == Operation::Function && nodes_[at].function == ExprType::Exp;
     };

@@ -10,8 +10,8 @@ namespace zirk {
 
 /// The present pieces of all values that jump: trunc(u) is constant while u stays between two whole numbers.
 ///
-/// The piece is kept from step to step and not asked of u again, so that rounding cannot make it flicker: it changes where
-/// the polynomial of u leaves its range, and when u itself has jumped.
+/// The piece is kept from step to step and not asked of u again, so that rounding cannot make it flicker: it changes
+/// where the polynomial of u leaves its range, and when u itself has jumped.
 class Jumps {
 public:
     explicit Jumps(const ValueSystem& system);
@@ -24,8 +24,8 @@ public:
     /// The same with pieces as they are.
     real inStep(ValueIndex value) const { return pieces_[place_[value]].level; }
 
-    /// The first place up to `end` (both in units of the scale) where some operand leaves its piece; `end` when none does.
-    /// Remembers who leaves; 0 when it is now.
+    /// The first place up to `end` (both in units of the scale) where some operand leaves its piece; `end` when none
+    /// does. Remembers who leaves; 0 when it is now.
     real firstExit(const StepSeries& series, real end);
 
     /// Those that leave take their next piece. The value of one of them; none when there is none.

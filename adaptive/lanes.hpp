@@ -29,8 +29,8 @@ inline real sumOfProducts(const real* x, const real* y, std::size_t count) {
     return sum;
 }
 
-/// The same for doubles, in four partial sums: product i goes to sum i mod 4; the result is (s0 + s2) + (s1 + s3). Up to
-/// three products past the last are added too: one of their factors has to be zero, the other finite.
+/// The same for doubles, in four partial sums: product i goes to sum i mod 4; the result is (s0 + s2) + (s1 + s3). Up
+/// to three products past the last are added too: one of their factors has to be zero, the other finite.
 inline double sumOfProducts(const double* x, const double* y, std::size_t count) {
     __m128d even = _mm_setzero_pd();
     __m128d odd = _mm_setzero_pd();

@@ -14,8 +14,8 @@ namespace zirk {
 using ValueIndex = std::uint32_t;
 
 /// How term k of a value c follows. Terms are scaled: c_k = c^(k)(t) * s^k / k! with s a power of two near the step.
-/// A and B are operands, n a number. Sources of the recurrences: R. E. Moore, Interval Analysis, 1966; A. Jorba, M. Zou,
-/// Experimental Mathematics 14 (2005), section 2.
+/// A and B are operands, n a number. Sources of the recurrences: R. E. Moore, Interval Analysis, 1966; A. Jorba, M.
+/// Zou, Experimental Mathematics 14 (2005), section 2.
 enum class Law : std::uint8_t {
     Constant,      ///< n
     Time,          ///< t, s, 0, ...
@@ -42,11 +42,11 @@ enum class Law : std::uint8_t {
 
 /// Term 0 of a SquareLaw.
 enum class SquareStart : std::uint8_t {
-    OnePlus,      ///< 1 + A^2
-    OneMinus,     ///< (1 - A)(1 + A)
-    MinusOne,     ///< (A - 1)(A + 1)
-    OverCosh,     ///< 1/cosh(B)^2, for A = tanh(B)
-    MinusOverSinh ///< -1/sinh(B)^2, for A = coth(B)
+    OnePlus,       ///< 1 + A^2
+    OneMinus,      ///< (1 - A)(1 + A)
+    MinusOne,      ///< (A - 1)(A + 1)
+    OverCosh,      ///< 1/cosh(B)^2, for A = tanh(B)
+    MinusOverSinh  ///< -1/sinh(B)^2, for A = coth(B)
 };
 
 struct Value {

@@ -14,7 +14,8 @@ constexpr ValueIndex none = Value::none;
 
 class Lowering {
 public:
-    Lowering(const FormulaGraph& graph, ValueSystem& system) : graph_(graph), system_(system), valueOf_(graph.size(), none) {}
+    Lowering(const FormulaGraph& graph, ValueSystem& system)
+        : graph_(graph), system_(system), valueOf_(graph.size(), none) {}
 
     void lowerAll(const std::vector<NodeIndex>& roots) {
         std::vector<char> needed(graph_.size(), 0);

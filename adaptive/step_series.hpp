@@ -17,7 +17,8 @@ class StepSeries {
 public:
     StepSeries(const ValueSystem& system, const Arrangement& arrangement, bool plain);
 
-    /// From terms 0 of all values. `wide` from 1 to the order. Goes on in real numbers where doubles have not the range.
+    /// From terms 0 of all values. `wide` from 1 to the order. Goes on in real numbers where doubles have not the
+    /// range.
     void expand(const std::vector<real>& first, real scale, int wide);
 
     int order() const { return arrangement_.order; }

@@ -17,7 +17,8 @@ class StepSize {
 public:
     StepSize(const ValueSystem& system, real tolerance);
 
-    /// The longest step, in units of the scale; not a number when a term is not finite, infinite when nothing limits it.
+    /// The longest step, in units of the scale; not a number when a term is not finite, infinite when nothing limits
+    /// it.
     real longest(const StepSeries& series);
 
     /// Whether the terms that were computed as doubles are small enough for that, for a step of this length.

@@ -271,10 +271,12 @@ T Terms<T>::lawfulTerm(ValueIndex c, int k) const {
     const T n = numbers_[c];
     const auto term = [this](ValueIndex i, int j) { return history_[i][static_cast<std::size_t>(j)]; };
     const auto inner = [&](ValueIndex x, ValueIndex y) {
-        return orderedSum(k, [&](int i) { return term(x, i) * term(y, k - i); }, T{});
+        return orderedSum(
+            k, [&](int i) { return term(x, i) * term(y, k - i); }, T{});
     };
     const auto innerWeighted = [&](ValueIndex x, ValueIndex y) {
-        return orderedSum(k, [&](int i) { return static_cast<T>(i) * term(x, i) * term(y, k - i); }, T{});
+        return orderedSum(
+            k, [&](int i) { return static_cast<T>(i) * term(x, i) * term(y, k - i); }, T{});
     };
     switch (value.law) {
         case Law::Time:

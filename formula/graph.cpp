@@ -10,7 +10,9 @@
 
 namespace zirk {
 
-bool FormulaGraph::Key::operator==(const Key& other) const { return std::memcmp(words, other.words, sizeof words) == 0; }
+bool FormulaGraph::Key::operator==(const Key& other) const {
+    return std::memcmp(words, other.words, sizeof words) == 0;
+}
 
 std::size_t FormulaGraph::KeyHash::operator()(const Key& key) const {
     std::uint64_t hash = 0;
