@@ -40,14 +40,15 @@ class Asked:
     """One call of the command: rows at times, or where an expression is zero."""
 
     def __init__(self, columns, at=None, end=None, crossings=None, which='', until=None, demand=None, closed=None,
-                 options='', note='', only=None, tolerance=None, slow=False, size='0', zeros=None, stiff=None):
+                 options='', note='', only=None, tolerance=None, slow=False, size='0', zeros=None, stiff=None,
+                 floor='0'):
         self.columns = columns.split()
         self.at = at.split() if at else None
         self.end = end or self.at[-1]
         self.crossings, self.which, self.until = crossings, which, until
         self.demand, self.closed, self.options, self.note = demand, closed or {}, options, note
-        self.only, self.tolerance, self.slow, self.size, self.zeros, self.stiff = \
-            only, tolerance, slow, size, zeros, stiff
+        self.only, self.tolerance, self.slow, self.size, self.zeros = only, tolerance, slow, size, zeros
+        self.stiff, self.floor = stiff, floor
 
     def arguments(self, start):
         words = [f'-t {self.end}']
@@ -190,7 +191,8 @@ class Problem:
             if not asked.at:
                 lines.append(self.line(where, 't', time, timeUnits[i]))
             for k, value in enumerate(values):
-                lines.append(self.line(where, asked.columns[k], value, units[i][k], asked.demand, asked.tolerance))
+                lines.append(self.line(where, asked.columns[k], value, units[i][k], asked.demand, asked.tolerance,
+                                       asked.floor))
         if not asked.at:
             lines.append(f'rows {len(rows)}')
         return lines
@@ -237,10 +239,10 @@ class Problem:
                     units[i][k] = max(units[i][k], abs(value - rows[i][1][k]) * scale)
         return units, timeUnits
 
-    def line(self, where, name, value, unit, demand=None, given=None):
+    def line(self, where, name, value, unit, demand=None, given=None, floor='0'):
         if given:
             return f'{where} {name} {text(value)} ' + ' '.join(given)
-        tolerance = abs(value) * mpfr('1e-18') + 10 * unit
+        tolerance = max(abs(value) * mpfr('1e-18') + 10 * unit, mpfr(floor))
         size = abs(value)
         if demand:
             tolerance = max(tolerance, mpfr(demand) * size)

@@ -17,7 +17,7 @@ Problem('one-switch', "y' = (1 + tanh((t - 1)/0.04))/2;\n", Asked('y', at='0.5 0
 Problem('logistic-switches', """
 y' = 1/(1 + exp(-40*(t - 1))) - 2/(1 + exp(-100*(t - 2.5))) + 3/(1 + exp(-10*(t - 4)));
 x' = -x + 1/(1 + exp(-200*(t - 3)));
-""", Asked('y x', at='0.5 1 2 2.5 3 4 6 10', closed=dict(y=lambda t: sum(
+""", Asked('y x', at='0.5 1 2 2.5 3 4 6 10', floor='1e-20', closed=dict(y=lambda t: sum(
     a * (m.log(1 + m.exp(k * (t - b))) - m.log(1 + m.exp(-k * b))) / k
     for a, k, b in [(1, 40, 1), (-2, 100, m.mpf('2.5')), (3, 10, 4)]))))
 
@@ -59,8 +59,9 @@ x'' = -x + 1 - 2*odd;
     b=lambda t: m.pi / 3 * (1 - abs(1 - 2 * saw(3 * t / m.pi / 2))))))
 
 Problem('trunc-of-state', """
-// Jumps where the state says, at times that no formula of t gives; the jump of n is felt by x.
-x'' = -x - 0.3*trunc(3*x') & 2;
+// Jumps where the state says, at times that no formula of t gives; the jump of n is felt by x, and drives it on, so that
+// it never slides along a jump.
+x'' = -x + 0.05*trunc(3*x') & 2;
 n = trunc(3*x');
 y' = trunc(4*sin(t)) + trunc(5*x);
 z' = trunc(t*t/3)*cos(t);

@@ -253,6 +253,9 @@ class Run:
             slope = self.series.c[self.system.nodes[i][1]][1] * self.direction
             beside = nearest + (mpfr(1) / 2 if slope > 0 else -mpfr(1) / 2)
             self.held[i] = gmpy2.trunc(beside) if slope != 0 else gmpy2.trunc(nearest)
+            self.series.expand(self.t, self.y, self.held, 4)
+            if self.series.c[self.system.nodes[i][1]][1] * self.direction * slope < 0:
+                raise ValueError(f'slides along a jump at {self.t}')
         self.settled = True
 
     def step(self, end):
