@@ -8,7 +8,7 @@ Tolerances: 1e-18 of the value, and what rounding to 64 bits must be expected to
 the problem is solved by the same Taylor series, in steps like those of the command, in arithmetic of 58 to 63 bits, and
 the largest of the errors, each scaled to 64 bits, is taken. So it contains how the problem answers to decimals that are
 not binary numbers (0.1), to rounding at any moment and to the length of the run. What is demanded of a problem replaces
-this where it is more.
+this, unless the value is zero but for rounding.
 """
 import os
 import sys
@@ -244,8 +244,8 @@ class Problem:
             return f'{where} {name} {text(value)} ' + ' '.join(given)
         tolerance = max(abs(value) * mpfr('1e-18') + 10 * unit, mpfr(floor))
         size = abs(value)
-        if demand:
-            tolerance = max(tolerance, mpfr(demand) * size)
+        if demand and tolerance < size / 1000:
+            tolerance = mpfr(demand) * size
         kind = 'rel' if size > 0 and tolerance < size / 1000 else 'abs'
         if kind == 'rel':
             tolerance /= size
