@@ -8,7 +8,7 @@ Tolerances: 1e-18 of the value, and what rounding to 64 bits must be expected to
 the problem is solved by the same Taylor series, in steps like those of the command, in arithmetic of 58 to 63 bits, and
 the largest of the errors, each scaled to 64 bits, is taken. So it contains how the problem answers to decimals that are
 not binary numbers (0.1), to rounding at any moment and to the length of the run. What is demanded of a problem replaces
-this where it is more.
+this, unless the value is zero but for rounding.
 """
 import os
 import sys
@@ -17,6 +17,7 @@ import gmpy2
 import mpmath
 from gmpy2 import mpfr
 
+import stiff
 from midpoint import Replay
 from reader import System
 from taylor import Run, allRoots
@@ -31,25 +32,32 @@ def precision(bits):
     context.emax, context.emin = 2**40, -2**40
 
 
+class Disagreement(Exception):
+    """Two computations of one value differ."""
+
+
 class Asked:
     """One call of the command: rows at times, or where an expression is zero."""
 
     def __init__(self, columns, at=None, end=None, crossings=None, which='', until=None, demand=None, closed=None,
-                 options='', note=''):
+                 options='', note='', only=None, tolerance=None, slow=False, size='0', zeros=None, stiff=None,
+                 floor='0'):
         self.columns = columns.split()
         self.at = at.split() if at else None
         self.end = end or self.at[-1]
         self.crossings, self.which, self.until = crossings, which, until
         self.demand, self.closed, self.options, self.note = demand, closed or {}, options, note
+        self.only, self.tolerance, self.slow, self.size, self.zeros = only, tolerance, slow, size, zeros
+        self.stiff, self.floor = stiff, floor
 
     def arguments(self, start):
         words = [f'-t {self.end}']
         if start != '0':
             words.append(f'--start={start}')
         if self.crossings:
-            words.append(f"'--crossings={self.crossings}{':' + self.which if self.which else ''}'")
+            words.append(f'"--crossings={self.crossings}{":" + self.which if self.which else ""}"')
         elif self.until:
-            words.append(f"'--until={self.until}' --last")
+            words.append(f'"--until={self.until}" --last')
         elif self.at == [self.end]:
             words.append('--last')
         else:
@@ -105,7 +113,55 @@ class Problem:
             file.write('# Made by generate/make. time name value, and what may differ: rel (of the value) or abs.\n')
             file.write('\n'.join(lines) + '\n')
 
+    def known(self, asked):
+        """From closed forms alone, computed twice with different precision; the tolerance is given."""
+        lines = ['# Closed form.' + (f' {asked.note}' if asked.note else ''), self.call(asked)]
+        for time in asked.at:
+            for name in asked.columns:
+                found = []
+                for digits in (60, 90):
+                    mpmath.mp.dps = digits
+                    precision(int(digits * 3.4))
+                    found.append(mpfr(mpmath.nstr(asked.only[name](mpmath.mpf(time)), digits)))
+                if found[0] != found[1] and abs(found[0] / found[1] - 1) > mpfr('1e-32'):
+                    raise Disagreement(f'{self.name}: {name} at {time}: {found}')
+                lines.append(f'{time} {name} {text(found[1])} ' + ' '.join(asked.tolerance))
+        return lines
+
+    def knownZeros(self, asked):
+        """Zeros in closed form. How far rounding moves them: 1e-18 of the terms of x, all below 1, over its slope."""
+        precision(250)
+        mpmath.mp.dps = 60
+        zeros = asked.zeros()
+        lines = ['# Zeros in closed form.', self.call(asked)]
+        for i, zero in enumerate(zeros):
+            distance = min(abs(zero - other) for other in zeros if other != zero)
+            lines.append(self.line(f'#{i + 1}', 't', mpfr(mpmath.nstr(zero, 50)), mpfr('2e-20') / mpfr(str(distance))))
+        return lines + [f'rows {len(zeros)}']
+
+    def byStiff(self, asked):
+        """Many steps in compiled 113-bit arithmetic; 64-bit runs of the same program are the measure of rounding."""
+        precision(120)
+        best, other, errors, steps = stiff.compare(asked.stiff, asked.at)
+        agreed = min(self.same(name, time, a, b, [a], asked) for time, first, second in zip(asked.at, best, other)
+                     for name, a, b in zip(asked.columns, first, second))
+        lines = [f'# Series of order 36 and 32 in 113 bits agree to {agreed} digits. {steps} steps in 64 bits.',
+                 self.call(asked)]
+        for time, values, units in zip(asked.at, best, errors):
+            for name, value, unit in zip(asked.columns, values, units):
+                lines.append(self.line(time, name, value, unit))
+        return lines
+
+    def call(self, asked):
+        return ('slow ' if asked.slow else '') + 'arguments: ' + asked.arguments(self.start)
+
     def answer(self, asked):
+        if asked.only:
+            return self.known(asked)
+        if asked.stiff:
+            return self.byStiff(asked)
+        if asked.zeros:
+            return self.knownZeros(asked)
         precision(int(self.digits * 3.33) + 80)
         system = System(self.text, asked.columns + asked.watched())
         rows, run = asked.solve(system, self.start, digits=self.digits, maxStep=self.maxStep)
@@ -114,11 +170,10 @@ class Problem:
                  (f' {asked.note}' if asked.note else '')]
         agreed = 99
         if self.confirm:
-            replay = Replay(run, self.columns, self.parts)
-            for time, values in rows:
-                again = replay.at(time)
-                for name, node, value in zip(asked.columns, nodes, values):
-                    agreed = min(agreed, self.same(name, time, value, again[node], values))
+            try:
+                agreed = self.replayed(asked, rows, run, nodes, self.columns, self.parts)
+            except Disagreement:
+                agreed = self.replayed(asked, rows, run, nodes, self.columns + 4, 3 * self.parts)
             lines[0] += f' Extrapolation agrees to {agreed} digits.'
         for name, form in asked.closed.items():
             mpmath.mp.prec = int(self.digits * 3.33) + 40
@@ -126,23 +181,33 @@ class Problem:
             for time, values in rows:
                 exact = mpfr(mpmath.nstr(form(mpmath.mpf(str(time))), self.digits + 5))
                 closedAgreed = min(closedAgreed,
-                                   self.same(name, time, values[asked.columns.index(name)], exact, values))
+                                   self.same(name, time, values[asked.columns.index(name)], exact, values,
+                                             asked))
             lines[0] += f' Closed form of {name}: to {closedAgreed} digits.'
         units, timeUnits = self.roundingUnits(asked, rows)
-        lines.append('arguments: ' + asked.arguments(self.start))
+        lines.append(self.call(asked))
         for i, (time, values) in enumerate(rows):
             where = asked.at[i] if asked.at else f'#{i + 1}'
             if not asked.at:
-                lines.append(self.line(where, 't', time, timeUnits[i], None))
+                lines.append(self.line(where, 't', time, timeUnits[i]))
             for k, value in enumerate(values):
-                lines.append(self.line(where, asked.columns[k], value, units[i][k], asked.demand))
+                lines.append(self.line(where, asked.columns[k], value, units[i][k], asked.demand, asked.tolerance,
+                                       asked.floor))
         if not asked.at:
             lines.append(f'rows {len(rows)}')
         return lines
 
-    def same(self, name, time, a, b, values):
+    def replayed(self, asked, rows, run, nodes, columns, parts):
+        replay, agreed = Replay(run, columns, parts), 99
+        for time, values in rows:
+            again = replay.at(time)
+            for name, node, value in zip(asked.columns, nodes, values):
+                agreed = min(agreed, self.same(name, time, value, again[node], values, asked))
+        return agreed
+
+    def same(self, name, time, a, b, values, asked):
         """Digits to which two values agree, of the value; of the largest in the row for what is nearly zero."""
-        size = abs(a)
+        size = max(abs(a), mpfr(asked.size))
         if size < mpfr('1e-8') * max(abs(v) for v in values):
             size = max(abs(v) for v in values)
         if a == b:
@@ -150,10 +215,10 @@ class Problem:
         if size == 0:
             size = mpfr(1)
         if not gmpy2.is_finite(a) or not gmpy2.is_finite(b):
-            raise SystemExit(f'{self.name}: {name} at {time}: {a} {b}')
+            raise Disagreement(f'{self.name}: {name} at {time}: {a} {b}')
         digits = int(-gmpy2.log10(abs(a - b) / size))
         if digits < 25:
-            raise SystemExit(f'{self.name}: {name} at {time}: {a} and {b} agree to {digits} digits')
+            raise Disagreement(f'{self.name}: {name} at {time}: {text(a)} and {text(b)} agree to {digits} digits')
         return min(digits, self.digits)
 
     def roundingUnits(self, asked, rows):
@@ -166,7 +231,7 @@ class Problem:
             rough, _ = asked.solve(system, self.start, order=27, maxStep=self.maxStep)
             precision(200)
             if len(rough) != len(rows):
-                raise SystemExit(f'{self.name}: {len(rough)} rows in {bits} bits')
+                raise Disagreement(f'{self.name}: {len(rough)} rows in {bits} bits')
             for i, (time, values) in enumerate(rough):
                 scale = mpfr(2)**(bits - 64)
                 timeUnits[i] = max(timeUnits[i], abs(time - rows[i][0]) * scale)
@@ -174,16 +239,18 @@ class Problem:
                     units[i][k] = max(units[i][k], abs(value - rows[i][1][k]) * scale)
         return units, timeUnits
 
-    def line(self, where, name, value, unit, demand):
-        tolerance = abs(value) * mpfr('1e-18') + 10 * unit
+    def line(self, where, name, value, unit, demand=None, given=None, floor='0'):
+        if given:
+            return f'{where} {name} {text(value)} ' + ' '.join(given)
+        tolerance = max(abs(value) * mpfr('1e-18') + 10 * unit, mpfr(floor))
         size = abs(value)
-        if demand:
-            tolerance = max(tolerance, mpfr(demand) * size)
+        if demand and tolerance < size / 1000:
+            tolerance = mpfr(demand) * size
         kind = 'rel' if size > 0 and tolerance < size / 1000 else 'abs'
         if kind == 'rel':
             tolerance /= size
         if not gmpy2.is_finite(tolerance):
-            raise SystemExit(f'{self.name}: {name} at {where} has no tolerance')
+            raise Disagreement(f'{self.name}: {name} at {where} has no tolerance')
         return f'{where} {name} {text(value)} {kind} {"{0:.1e}".format(float(tolerance)) if tolerance > 1e-300 else shortText(tolerance)}'
 
 
@@ -196,7 +263,12 @@ def shortText(value):
 
 
 def main():
-    names = sys.argv[1:] or list(ALL)
+    names, failed = sys.argv[1:] or list(ALL), []
     for name in names:
-        ALL[name].make()
-        print(name, flush=True)
+        try:
+            ALL[name].make()
+            print(name, flush=True)
+        except Exception as error:
+            failed.append(name)
+            print(f'{name} FAILED: {type(error).__name__} {error}', flush=True)
+    sys.exit(1 if failed else 0)

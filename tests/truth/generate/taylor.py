@@ -240,17 +240,22 @@ class Run:
     def settle(self):
         """Values of trunc just after this moment in the direction of the run."""
         tiny = mpfr(2)**(-gmpy2.get_context().precision // 2)
+        plain = self.values.all(self.t, self.y, self.held)
+        for i in self.truncs:
+            self.held.setdefault(i, plain[i])
         for i in self.truncs:
             u = self.values.all(self.t, self.y, self.held)[self.system.nodes[i][1]]
             nearest = gmpy2.rint(u)
             if abs(u - nearest) > tiny * max(abs(u), 1):
                 self.held[i] = gmpy2.trunc(u)
                 continue
-            self.held.setdefault(i, nearest)
             self.series.expand(self.t, self.y, self.held, 4)
             slope = self.series.c[self.system.nodes[i][1]][1] * self.direction
             beside = nearest + (mpfr(1) / 2 if slope > 0 else -mpfr(1) / 2)
             self.held[i] = gmpy2.trunc(beside) if slope != 0 else gmpy2.trunc(nearest)
+            self.series.expand(self.t, self.y, self.held, 4)
+            if self.series.c[self.system.nodes[i][1]][1] * self.direction * slope < 0:
+                raise ValueError(f'slides along a jump at {self.t}')
         self.settled = True
 
     def step(self, end):
@@ -296,6 +301,8 @@ class Run:
         first = None
         for i in self.truncs:
             c = self.series.c[self.system.nodes[i][1]]
+            if all(v == 0 for v in c[1:]):
+                continue
             held = self.held[i]
             low, high = (held if held > 0 else held - 1), (held if held < 0 else held + 1)
             for level in {low, high}:
