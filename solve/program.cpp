@@ -82,6 +82,15 @@ void Program::solveWith(RowWriter& writer, const Request& request, const Problem
     }
 }
 
+/// Of a run that failed, which is the error to be told.
+void drawWhatThereIs(Plot& plot) {
+    try {
+        plot.draw();
+    } catch (const Failure&) {
+        // The error of the run says more.
+    }
+}
+
 void Program::solve(const Request& request, const Problem& problem) {
     const RunPlan plan = makePlan(request, problem);
     const std::vector<std::string> columns = columnNames(request, problem);
@@ -91,8 +100,7 @@ void Program::solve(const Request& request, const Problem& problem) {
         try {
             solveWith(plot.writer(), request, problem, plan);
         } catch (const RunError&) {
-            // What there is gets drawn; the error follows.
-            plot.draw();
+            drawWhatThereIs(plot);
             throw;
         }
         if (endingSignal() == 0) plot.draw();
