@@ -25,14 +25,6 @@ namespace {
 /// As many figures as gnuplot keeps.
 constexpr int figuresOfGnuplot = 17;
 
-Picture pictureOf(const std::string& file) {
-    const std::string ending = fs::path(file).extension();
-    if (ending == ".svg") return Picture::Svg;
-    if (ending == ".png") return Picture::Png;
-    if (ending == ".pdf") return Picture::Pdf;
-    throw UsageError("--plot takes a file that ends in .svg, .png or .pdf, not \"" + file + '"');
-}
-
 /// In the folders where programs are looked for.
 std::string findGnuplot() {
     const char* path = std::getenv("PATH");
@@ -113,7 +105,7 @@ Plot::Plot(const std::string& file, const std::vector<std::string>& columns, con
     : file_(file),
       columns_(columns),
       hasLines_(rows.intervals > 0 || !rows.listed.empty() || rows.perStep > 0),
-      gnuplot_((pictureOf(file), findGnuplot())),
+      gnuplot_(findGnuplot()),
       rows_(scratch_.file("rows")),
       writer_(makeRowWriter(Format::Table, rows_, columns, figuresOfGnuplot)) {}
 

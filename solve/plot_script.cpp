@@ -2,6 +2,10 @@
 // Terminals, the look of the picture, and its curves.
 #include "solve/plot_script.hpp"
 
+#include <filesystem>
+
+#include "solve/failure.hpp"
+
 namespace zirk::solve {
 
 namespace {
@@ -44,6 +48,14 @@ std::string lookOf(std::size_t i, std::size_t curves, bool hasLines) {
 }
 
 }  // namespace
+
+Picture pictureOf(const std::string& file) {
+    const std::string ending = std::filesystem::path(file).extension();
+    if (ending == ".svg") return Picture::Svg;
+    if (ending == ".png") return Picture::Png;
+    if (ending == ".pdf") return Picture::Pdf;
+    throw UsageError("--plot takes a file that ends in .svg, .png or .pdf, not \"" + file + '"');
+}
 
 std::string gnuplotQuoted(const std::string& text) {
     std::string quoted = "'";

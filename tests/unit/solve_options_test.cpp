@@ -129,6 +129,8 @@ TEST(SolveOptions, APictureHasNoRows) {
     EXPECT_EQ(refusalOf({"-p", "a.svg", "-n", "5", "--plot-x=x"}), "");
     EXPECT_EQ(refusalOf({"-p", "a.svg", "-f", "csv"}), "--plot and --format exclude each other");
     EXPECT_EQ(refusalOf({"-p", "a.svg", "--last"}), "--plot and --last exclude each other");
+    EXPECT_EQ(refusalOf({"-p", "a.gif"}), "--plot takes a file that ends in .svg, .png or .pdf, not \"a.gif\"");
+    EXPECT_NE(refusalOf({"-p", "svg"}), "");
     EXPECT_EQ(refusalOf({"--plot-x=x"}), "--plot-x needs --plot");
 }
 
