@@ -9,6 +9,7 @@
 
 #include "command/output.hpp"
 #include "command/process.hpp"
+#include "solve/comma_list.hpp"
 #include "solve/input.hpp"
 #include "solve/messages.hpp"
 #include "solve/options.hpp"
@@ -63,9 +64,9 @@ Problem Program::readProblem(const Request& request) {
     }
     sourceName_ = inputName(request.file);
     source_ = readInput(request.file);
-    Problem problem = Problem::fromText(source_, options);
-    if (problem.names().empty()) throw ParseError("there are no equations", 1, 1, "");
-    return problem;
+    // Plainer than what the language expects next.
+    if (trimmed(source_).empty()) throw ParseError("there are no equations", 1, 1, "");
+    return Problem::fromText(source_, options);
 }
 
 void Program::solveWith(RowWriter& writer, const Request& request, const Problem& problem, const RunPlan& plan) {
