@@ -5,7 +5,7 @@
 # development (what it takes to compile such programs).
 include(CMakePackageConfigHelpers)
 
-install(TARGETS zirk RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT command)
+install(TARGETS zirk zirk-solve RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT command)
 
 install(TARGETS zirk_static EXPORT zirk-static
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
@@ -38,13 +38,15 @@ configure_file(cmake/zirk.pc.in ${PROJECT_BINARY_DIR}/zirk.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zirk.pc DESTINATION ${ZIRK_PKGCONFIG_DIR} COMPONENT development)
 
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME command)
-install(FILES man/zirk.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES man/zirk.1 man/zirk-solve.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES man/zirkrc.5 DESTINATION ${CMAKE_INSTALL_MANDIR}/man5)
 
 # Where the three shells look by themselves; with a prefix other than /usr only bash and fish do, under ~/.local.
-install(FILES completions/zirk.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME zirk)
-install(FILES completions/_zirk DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
-install(FILES completions/zirk.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+foreach(command zirk zirk-solve)
+  install(FILES completions/${command}.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME ${command})
+  install(FILES completions/_${command} DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+  install(FILES completions/${command}.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+endforeach()
 
 # Vim and nano read these folders by themselves; bat has to be told (see zirk.sublime-syntax).
 install(DIRECTORY editors/vim/ DESTINATION ${CMAKE_INSTALL_DATADIR}/vim/vimfiles)

@@ -19,7 +19,7 @@ set(CPACK_DEBIAN_PACKAGE_SOURCE zirk)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 
-# One package per component: the command, which needs no other; the library; and what compiling against it takes.
+# One package per component: the commands, which need no other; the library; and what compiling against it takes.
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_ALL command development)
 if(ZIRK_SHARED)
@@ -30,12 +30,13 @@ set(package_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
 
 set(CPACK_DEBIAN_COMMAND_PACKAGE_NAME zirk)
 set(CPACK_DEBIAN_COMMAND_PACKAGE_SECTION math)
-# Only scripts of -g start it.
+# Only scripts of zirk -g and zirk-solve --plot start it.
 set(CPACK_DEBIAN_COMMAND_PACKAGE_SUGGESTS gnuplot)
 set(CPACK_DEBIAN_COMMAND_DESCRIPTION
 "${what}
-zirk reads ordinary differential equations as plain text and prints their
-solution as a table, or as a script that draws it with gnuplot.
+Two commands read ordinary differential equations as plain text: zirk-solve
+takes them as mathematics and writes rows at any time, CSV, JSON, or pictures;
+zirk prints the points that it steps to, or a script for gnuplot.
 .${about}")
 
 set(CPACK_DEBIAN_SHARED_PACKAGE_NAME ${library_package})

@@ -12,13 +12,13 @@ function(run)
   execute_process(COMMAND ${ARGV} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-# The command: links in the README lead to the file that holds the licence here.
+# The commands: links in the README lead to the file that holds the licence here.
 function(finish_command root doc)
   file(REMOVE ${doc}/LICENSE)
   file(READ ${doc}/README.md readme)
   string(REPLACE "](LICENSE)" "](copyright)" readme "${readme}")
   file(WRITE ${doc}/README.md "${readme}")
-  run(strip --remove-section=.comment --remove-section=.note ${root}/usr/bin/zirk)
+  run(strip --remove-section=.comment --remove-section=.note ${root}/usr/bin/zirk ${root}/usr/bin/zirk-solve)
   file(GLOB pages ${root}/usr/share/man/man*/*.[1-9])
   run(gzip -9n ${pages})
 endfunction()

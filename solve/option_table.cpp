@@ -7,6 +7,7 @@
 
 #include "solve/comma_list.hpp"
 #include "solve/failure.hpp"
+#include "solve/plot_script.hpp"
 
 namespace zirk::solve {
 
@@ -92,7 +93,7 @@ const std::vector<OptionRow>& optionRows() {
          "table (default), csv, tsv, or json (one object a line)"},
         {'d', "digits", "N", [](R& r, Text a) { r.digits = static_cast<int>(wholeNumber("--digits", a, mostDigits)); },
          "significant digits, 1 to 21 (default 15)"},
-        {'p', "plot", "FILE", [](R& r, Text a) { r.plot = a; },
+        {'p', "plot", "FILE", [](R& r, Text a) { (void)pictureOf(a); r.plot = a; },
          "draws the columns with gnuplot into an svg, png or pdf\nfile instead of writing rows"},
         {0, "plot-x", "EXPR", [](R& r, Text a) { r.plotX = trimmed(a); },
          "what --plot draws along its x axis\n(default the first column)"},

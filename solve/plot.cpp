@@ -25,14 +25,6 @@ namespace {
 /// As many figures as gnuplot keeps.
 constexpr int figuresOfGnuplot = 17;
 
-Picture pictureOf(const std::string& file) {
-    const std::string ending = fs::path(file).extension();
-    if (ending == ".svg") return Picture::Svg;
-    if (ending == ".png") return Picture::Png;
-    if (ending == ".pdf") return Picture::Pdf;
-    throw UsageError("--plot takes a file that ends in .svg, .png or .pdf, not \"" + file + '"');
-}
-
 /// In the folders where programs are looked for.
 std::string findGnuplot() {
     const char* path = std::getenv("PATH");
@@ -64,15 +56,23 @@ int runGnuplot(const std::string& gnuplot, const std::string& script, const std:
     return status;
 }
 
-/// The first line that says something.
-std::string firstLine(const std::string& file) {
+/// What gnuplot says is wrong; it first repeats the command.
+std::string complaint(const std::string& file) {
     std::ifstream in(file);
     std::string line;
+    std::string found = "it does not say why";
     while (std::getline(in, line)) {
-        const std::size_t begin = line.find_first_not_of(" \t^");
-        if (begin != std::string::npos) return line.substr(begin);
+        const std::size_t place = line.find("line ");
+        const std::size_t colon = place == std::string::npos ? place : line.find(": ", place);
+        if (colon != std::string::npos) found = line.substr(colon + 2);
     }
-    return "it does not say why";
+    return found;
+}
+
+bool hasSecondLine(const std::string& file) {
+    std::ifstream in(file);
+    std::string line;
+    return std::getline(in, line) && std::getline(in, line);
 }
 
 void copyFile(const std::string& from, const std::string& to) {
@@ -105,17 +105,19 @@ Plot::Plot(const std::string& file, const std::vector<std::string>& columns, con
     : file_(file),
       columns_(columns),
       hasLines_(rows.intervals > 0 || !rows.listed.empty() || rows.perStep > 0),
-      gnuplot_((pictureOf(file), findGnuplot())),
+      gnuplot_(findGnuplot()),
       rows_(scratch_.file("rows")),
       writer_(makeRowWriter(Format::Table, rows_, columns, figuresOfGnuplot)) {}
 
 void Plot::draw() {
     if (!rows_.flush()) throw Failure("cannot write the rows of the plot", RunFailed);
+    if (!hasSecondLine(scratch_.file("rows")))
+        throw Failure("there is nothing to draw: the run has no rows", RunFailed);
     const std::string picture = scratch_.file("picture");
     const std::string script = scratch_.file("script");
     std::ofstream(script) << PlotScript{pictureOf(file_), picture, scratch_.file("rows"), columns_, hasLines_}.text();
     const std::string said = scratch_.file("said");
-    if (runGnuplot(gnuplot_, script, said) != 0) throw Failure("gnuplot fails: " + firstLine(said), RunFailed);
+    if (runGnuplot(gnuplot_, script, said) != 0) throw Failure("gnuplot fails: " + complaint(said), RunFailed);
     copyFile(picture, file_);
 }
 

@@ -30,7 +30,7 @@ private:
 class Plot {
 public:
     /// `file` ends in .svg, .png or .pdf; the first column is the x axis. Without even or listed rows, and without rows
-    /// in steps, there are points and no lines. UsageError for another ending, Failure where gnuplot is missing.
+    /// in steps, there are points and no lines. Failure where gnuplot is missing.
     Plot(const std::string& file, const std::vector<std::string>& columns, const RowPlan& rows);
 
     /// Takes the rows.

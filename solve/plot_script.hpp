@@ -9,6 +9,9 @@ namespace zirk::solve {
 
 enum class Picture { Svg, Png, Pdf };
 
+/// By the ending of the name: .svg, .png or .pdf. UsageError for any other.
+Picture pictureOf(const std::string& file);
+
 /// A picture of rows in a file; the first column is the x axis, each further one a curve.
 struct PlotScript {
     Picture picture;

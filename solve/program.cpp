@@ -9,6 +9,7 @@
 
 #include "command/output.hpp"
 #include "command/process.hpp"
+#include "solve/comma_list.hpp"
 #include "solve/input.hpp"
 #include "solve/messages.hpp"
 #include "solve/options.hpp"
@@ -63,9 +64,9 @@ Problem Program::readProblem(const Request& request) {
     }
     sourceName_ = inputName(request.file);
     source_ = readInput(request.file);
-    Problem problem = Problem::fromText(source_, options);
-    if (problem.names().empty()) throw ParseError("there are no equations", 1, 1, "");
-    return problem;
+    // Plainer than what the language expects next.
+    if (trimmed(source_).empty()) throw ParseError("there are no equations", 1, 1, "");
+    return Problem::fromText(source_, options);
 }
 
 void Program::solveWith(RowWriter& writer, const Request& request, const Problem& problem, const RunPlan& plan) {
@@ -82,6 +83,15 @@ void Program::solveWith(RowWriter& writer, const Request& request, const Problem
     }
 }
 
+/// Of a run that failed, which is the error to be told.
+void drawWhatThereIs(Plot& plot) {
+    try {
+        plot.draw();
+    } catch (const Failure&) {
+        // The error of the run says more.
+    }
+}
+
 void Program::solve(const Request& request, const Problem& problem) {
     const RunPlan plan = makePlan(request, problem);
     const std::vector<std::string> columns = columnNames(request, problem);
@@ -91,8 +101,7 @@ void Program::solve(const Request& request, const Problem& problem) {
         try {
             solveWith(plot.writer(), request, problem, plan);
         } catch (const RunError&) {
-            // What there is gets drawn; the error follows.
-            plot.draw();
+            drawWhatThereIs(plot);
             throw;
         }
         if (endingSignal() == 0) plot.draw();
