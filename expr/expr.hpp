@@ -118,7 +118,8 @@ public:
     /// Builds the symbolic time derivative into the derivative field.
     virtual void MakeDerivative() = 0;
 
-    /// Cached term k. Throws std::overflow_error("Order overflow") when k exceeds the maximum order.
+    /// Cached term k. Throws std::overflow_error("Order overflow") when k exceeds `maxOrder` of the limits, which is
+    /// the number of terms that a series may have.
     virtual void DY(int k, real& out);
 
     /// Value at the initial point, computed afresh.
@@ -169,9 +170,12 @@ public:
     int resultStamp() const { return resultStamp_; }
     bool isSteady() const { return steady_; }
 
+    // The terms that this node has computed by itself, and those only: after a point that a program summed a variable
+    // has term 0. The terms of a point, whoever summed it, are those of TaylorStep.
+
     /// Index of the highest term computed in this step; -1 when there is none.
     int highestTerm() const { return highest_; }
-    /// Term k, once DY has computed it in this step.
+    /// Term k, not beyond highestTerm.
     const real& term(int k) const { return terms_[static_cast<std::size_t>(k)]; }
 
     /// Where a TermGraph put this node; it checks that the place is still the node's own.
