@@ -7,7 +7,7 @@
 
 int main(int argc, char** argv) {
     try {
-        Workload workload(argc, argv, Evaluation::Scheduled);
+        Workload workload(argc, argv, Evaluation::Compiled);
         workload.countMultiplyAdds();
         while (workload.nextPoint()) {
         }

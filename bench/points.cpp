@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Whole points of every workload, plain against scheduled, with the time per literal multiply-add.
+// Whole points of every workload, plain against compiled, with the time per literal multiply-add.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
@@ -22,7 +22,7 @@ std::unique_ptr<Workload> warmWorkload(const WorkloadLine& line, const std::stri
 }
 
 double literalMultiplyAdds(const WorkloadLine& line, const std::string& text) {
-    const auto workload = warmWorkload(line, text, Evaluation::Scheduled);
+    const auto workload = warmWorkload(line, text, Evaluation::Compiled);
     workload->countMultiplyAdds();
     for (int i = 0; i < measured; ++i) workload->nextPoint();
     return static_cast<double>(workload->literalMultiplyAdds()) / measured;
@@ -66,7 +66,7 @@ int main(int argc, char** argv) {
                                              [=](benchmark::State& state) { point(state, line, text, evaluation); });
             };
             enter("/plain", Evaluation::NodeByNode);
-            enter("/zirk", Evaluation::Scheduled);
+            enter("/zirk", Evaluation::Compiled);
         }
         benchmark::RunSpecifiedBenchmarks();
     } catch (const std::exception& error) {

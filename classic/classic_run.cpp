@@ -63,6 +63,16 @@ void ClassicRun::goOn() {
 
 Pass ClassicRun::next() {
     if (hasEnded_) return Pass::End;
+    if (failure_) std::rethrow_exception(failure_);
+    try {
+        return pass();
+    } catch (...) {
+        failure_ = std::current_exception();
+        throw;
+    }
+}
+
+Pass ClassicRun::pass() {
     const Calculus::Scope scope(compiled_->calculus);
     if (!hasBegun_) begin();
     if (hasPoint_) {

@@ -2,6 +2,7 @@
 // The loop over points: what an integrator by the classic rules is made of.
 #pragma once
 
+#include <exception>
 #include <memory>
 
 #include "classic/step_control.hpp"
@@ -35,6 +36,7 @@ public:
     TaylorStep& taylor() { return taylor_; }
 
 private:
+    ClassicIntegrator::Pass pass();
     void begin();
     bool isFinished();
     void goOn();
@@ -54,6 +56,8 @@ private:
     bool hasBegun_ = false;
     bool hasPoint_ = false;
     bool hasEnded_ = false;
+    /// What ended the run early.
+    std::exception_ptr failure_;
 };
 
 }  // namespace zirk

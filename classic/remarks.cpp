@@ -2,7 +2,6 @@
 // The kinds of remarks, one after the other.
 #include "classic/remarks.hpp"
 
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -13,44 +12,28 @@ namespace zirk {
 
 namespace {
 
-/// Which nodes have values that change: time, variables with a rate, and whatever is made from them.
-class Moving {
-public:
-    bool contains(const Expr& node) {
-        std::vector<Frame> stack{{&node, 0}};
-        while (!stack.empty()) {
-            Frame& top = stack.back();
-            const Expr& at = *top.node;
-            // Taken for standing still while it is looked at: a loop of definitions adds nothing of its own.
-            if (top.next == 0 && !moves_.emplace(&at, movesByItself(at)).second) {
-                stack.pop_back();
-                continue;
-            }
-            const Expr* source = isDifferential(at) ? nullptr : at.source(top.next);
-            if (top.next > 0 && moves_[at.source(top.next - 1)]) moves_[&at] = true;
-            ++top.next;
-            if (source != nullptr) {
-                stack.push_back({source, 0});
-            } else {
-                stack.pop_back();
-            }
-        }
-        return moves_[&node];
+/// Whether a node is wanted, or a source of it, over definitions but not into derivative equations. Ends in loops too:
+/// no node is entered that is in `seen`, which keeps those that were entered and lead to nothing.
+template <class Wanted>
+bool leadsTo(const Expr& root, Wanted wanted, std::unordered_set<const Expr*>& seen) {
+    std::vector<const Expr*> pending{&root};
+    while (!pending.empty()) {
+        const Expr& node = *pending.back();
+        pending.pop_back();
+        if (!seen.insert(&node).second) continue;
+        if (wanted(node)) return true;
+        if (isDifferential(node)) continue;
+        for (int i = 0; node.source(i) != nullptr; ++i) pending.push_back(node.source(i));
     }
+    return false;
+}
 
-private:
-    struct Frame {
-        const Expr* node;
-        int next;
-    };
+bool moves(const Expr& node) {
+    if (node.type() == ExprType::Time) return true;
+    return isDifferential(node) && !isWrittenZero(*asVariable(&node)->rightHandSide());
+}
 
-    static bool movesByItself(const Expr& node) {
-        if (node.type() == ExprType::Time) return true;
-        return isDifferential(node) && !isWrittenZero(*asVariable(&node)->rightHandSide());
-    }
-
-    std::unordered_map<const Expr*, bool> moves_;
-};
+bool isStep(const Expr& node) { return node.type() == ExprType::Time || node.type() == ExprType::Trunc; }
 
 /// The first time node and the first moving algebraic name that derivative equations use, with the equation.
 class Uses {
@@ -73,7 +56,7 @@ private:
             pending_.pop_back();
             if (!seen_.insert(node).second) continue;
             if (node->type() == ExprType::Time && ofTime == nullptr) ofTime = &variable;
-            if (isAlgebraic(*node) && ofAlgebraic == nullptr && moving_.contains(*node)) {
+            if (isAlgebraic(*node) && ofAlgebraic == nullptr && leadsTo(*node, moves, standing_)) {
                 ofAlgebraic = &variable;
                 algebraic = asVariable(node);
             }
@@ -81,23 +64,16 @@ private:
         }
     }
 
-    Moving moving_;
     std::unordered_set<const Expr*> seen_;
+    /// Used by definitions whose value never changes. The first that does is the last to be looked at.
+    std::unordered_set<const Expr*> standing_;
     std::vector<const Expr*> pending_;
 };
 
-/// Whether a definition, or one that it names, has a time node or a truncation in it: then it is no good elsewhere.
+/// Whether the definition has a time node or a truncation in it, by itself or by name: then it is no good elsewhere.
 bool isStepped(const Expr& definition) {
     std::unordered_set<const Expr*> seen;
-    std::vector<const Expr*> pending{&definition};
-    while (!pending.empty()) {
-        const Expr* node = pending.back();
-        pending.pop_back();
-        if (!seen.insert(node).second || isDifferential(*node)) continue;
-        if (node->type() == ExprType::Time || node->type() == ExprType::Trunc) return true;
-        for (int i = 0; node->source(i) != nullptr; ++i) pending.push_back(node->source(i));
-    }
-    return false;
+    return leadsTo(definition, isStep, seen);
 }
 
 std::string aboutStart(const std::string& name, const Differential* variable) {

@@ -3,6 +3,7 @@
 #include "classic/resting.hpp"
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace zirk {
 
@@ -29,33 +30,23 @@ bool isLeaf(const Expr& node) { return !isDifferential(node) && node.operand(0) 
 
 }  // namespace
 
-std::size_t RestingVariables::indexed(const Expr* expr) {
-    const auto entry = indexOf_.emplace(expr, nodes_.size());
-    if (entry.second) {
-        nodes_.emplace_back();
-        nodes_.back().expr = expr;
-    }
-    return entry.first->second;
-}
-
-void RestingVariables::addUses(std::size_t user) {
-    const Expr* expr = nodes_[user].expr;
-    if (isDifferential(*expr)) {
-        nodes_[indexed(asVariable(expr)->rightHandSide().get())].uses.push_back({user, false});
-        return;
-    }
-    // Definitions of algebraic equations are not entered: their values are what others see over a step.
-    for (int i = 0; expr->operand(i) != nullptr; ++i) {
-        const bool isDivisor = expr->type() == ExprType::Divide && i == 1;
-        nodes_[indexed(expr->operand(i))].uses.push_back({user, isDivisor});
-    }
-}
-
 void RestingVariables::buildGraph() {
-    for (const Differential& variable : equations_) indexed(&variable);
+    std::unordered_map<const Expr*, std::size_t> indexOf;
+    const auto entered = [&](const Expr* expr) -> Node& {
+        const auto [entry, isNew] = indexOf.emplace(expr, nodes_.size());
+        if (isNew) nodes_.push_back({expr, {}});
+        return nodes_[entry->second];
+    };
+    for (const Differential& variable : equations_) entered(&variable);
     // The list grows while it is walked: every node is visited once.
-    for (std::size_t user = 0; user < nodes_.size(); ++user) addUses(user);
-    indexOf_ = {};
+    for (std::size_t user = 0; user < nodes_.size(); ++user) {
+        const Expr* expr = nodes_[user].expr;
+        if (isDifferential(*expr)) entered(asVariable(expr)->rightHandSide().get()).uses.push_back({user, false});
+        // Definitions of algebraic equations are not entered: their values are what others see over a step.
+        for (int i = 0; expr->operand(i) != nullptr; ++i) {
+            entered(expr->operand(i)).uses.push_back({user, expr->type() == ExprType::Divide && i == 1});
+        }
+    }
 }
 
 void RestingVariables::spreadMotion() {

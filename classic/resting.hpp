@@ -2,7 +2,6 @@
 // Variables whose series is exactly zero and stays so: they would be rejected for ever.
 #pragma once
 
-#include <unordered_map>
 #include <vector>
 
 #include "expr/calculus.hpp"
@@ -55,15 +54,12 @@ private:
     };
 
     void buildGraph();
-    std::size_t indexed(const Expr* expr);
-    void addUses(std::size_t user);
     void spreadMotion();
     void spreadFeeding();
     void feed(std::size_t index);
 
     const EquationTable& equations_;
     std::vector<Node> nodes_;
-    std::unordered_map<const Expr*, std::size_t> indexOf_;
     std::vector<std::size_t> pending_;
     bool hasHistory_ = false;
 };

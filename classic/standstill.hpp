@@ -14,17 +14,23 @@ class Standstill {
 public:
     static constexpr int mostPasses = 100000;
 
-    /// After each pass. True when so many passes in a row have moved the time by no more than 2^-63 of the larger of
-    /// itself and the end time (where that is finite).
+    /// What counts as no motion: 2^-63 of the larger of the time and the end time (where that is finite).
+    static real rounding(real acceptedTime, real endTime) {
+        const real end = std::isfinite(endTime) ? std::fabs(endTime) : 0;
+        return std::ldexp(std::max(std::fabs(acceptedTime), end), -63);
+    }
+
+    /// After each pass. True when so many passes in a row have moved the time by no more than rounding.
     bool lasts(real acceptedTime, real endTime) {
-        const real size =
-            std::isfinite(endTime) ? std::max(std::fabs(acceptedTime), std::fabs(endTime)) : std::fabs(acceptedTime);
-        if (std::fabs(acceptedTime - since_) > std::ldexp(size, -63)) {
+        if (std::fabs(acceptedTime - since_) > rounding(acceptedTime, endTime)) {
             since_ = acceptedTime;
             passes_ = 0;
         }
         return ++passes_ >= mostPasses;
     }
+
+    /// The time has never moved.
+    bool isFromTheStart() const { return since_ == 0; }
 
     /// The time may stand still now.
     void forgive() { passes_ = 0; }

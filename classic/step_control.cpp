@@ -7,7 +7,6 @@
 
 #include "classic/first_not_finite.hpp"
 #include "expr/formula_text.hpp"
-#include "text/from_text.hpp"
 #include "text/number_text.hpp"
 #include "zirk/error.hpp"
 
@@ -126,7 +125,10 @@ void StepControl::checkMotion(real acceptedTime) {
     const bool mayStand = calculus_.limits.steadyStop != 0 && acceptedTime == options_.tMax;
     if (mayStand) standstill_.forgive();
     if (!standstill_.lasts(acceptedTime, options_.tMax)) return;
-    const bool isKnown = obstacle_.variable != RestingVariables::nobody;
+    // Whoever was rejected is not to blame where the first step of the run was too small already.
+    const bool isHopeless = standstill_.isFromTheStart() &&
+                            options_.step * Standstill::mostPasses <= Standstill::rounding(acceptedTime, options_.tMax);
+    const bool isKnown = obstacle_.variable != RestingVariables::nobody && !isHopeless;
     const std::string why =
         isKnown ? ": " + describe(*equations_.list()[obstacle_.variable]) + " needs smaller and smaller steps"
                 : ": the step is too small for the time or the end time";

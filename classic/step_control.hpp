@@ -29,7 +29,8 @@ public:
     /// A step beyond the end time is cut before the first point.
     void clipFirstStep();
 
-    /// True when the point needed more terms than the maximum order and has to be done again with half the step.
+    /// True when the point needed more terms than the order limit, which is `maxOrder` without the trailing negligible
+    /// ones, and has to be done again with half the step.
     /// Error when halving no longer changes the step, and when the time has stood still for too many passes.
     bool rejectPoint();
 

@@ -7,8 +7,6 @@
 #include <cstdint>
 #include <functional>
 
-#include "text/from_text.hpp"
-
 namespace zirk {
 
 bool Period::found() {

@@ -42,17 +42,17 @@ void TaylorStep::evaluate() {
     calculus_.orderUsed = 0;
     steadyCount_ = 0;
     // What the chooser leaves is summed by the nodes, when their turn comes below.
-    isCompiled_ = evaluation_ == Evaluation::Scheduled && chooser_.sumAll();
+    isCompiled_ = evaluation_ == Evaluation::Compiled && chooser_.sumAll();
     if (isCompiled_ && place_.empty()) findPlaces();
     for (Differential* variable : equations_.list()) {
         const bool isDefined = isAlgebraic(*variable);
         real value = 0;
         // Algebraic equations are computed at every visit, also when somebody asked for them before.
-        if (isDefined) calculus_.forceRecompute = true;
+        calculus_.forceRecompute = isDefined;
         if (isDefined || !isCompiled_) variable->Value(value);
         if (variable->isSteady()) ++steadyCount_;
-        if (isDefined) calculus_.forceRecompute = false;
     }
+    calculus_.forceRecompute = false;
 }
 
 void TaylorStep::findPlaces() {
@@ -62,14 +62,16 @@ void TaylorStep::findPlaces() {
     }
 }
 
-int TaylorStep::highestTerm(std::size_t variable) {
+int TaylorStep::highestTerm(std::size_t variable) const {
     const Differential& asked = *equations_.list()[variable];
     const bool isNodes = !isCompiled_ || isAlgebraic(asked);
     return isNodes ? asked.highestTerm() : chooser_.highestTerm(place_[variable]);
 }
 
 real TaylorStep::term(std::size_t variable, int k) const {
-    return isCompiled_ ? chooser_.term(place_[variable], k) : equations_.list()[variable]->term(k);
+    const Differential& asked = *equations_.list()[variable];
+    if (isAlgebraic(asked)) return k == 0 ? asked.startValue() : 0;
+    return isCompiled_ ? chooser_.term(place_[variable], k) : asked.term(k);
 }
 
 void TaylorStep::accept() {

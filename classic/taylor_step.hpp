@@ -27,10 +27,12 @@ public:
     /// Equations that did not move in the last pass.
     int steadyCount() const { return steadyCount_; }
 
-    // Terms of the last pass, of the variables in the order of their names.
+    // Terms of the last pass, of the variables in the order of their names. Good until the next pass.
 
     /// Index of the last term; -1 for algebraic equations.
-    int highestTerm(std::size_t variable);
+    int highestTerm(std::size_t variable) const;
+    /// Term k, up to the highest one. An algebraic equation is constant over a step for all who use it: term 0 is the
+    /// value that they see, every other is 0.
     real term(std::size_t variable, int k) const;
 
 private:

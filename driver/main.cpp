@@ -2,4 +2,4 @@
 // Entry of the program.
 #include "driver/program.hpp"
 
-int main(int argc, char** argv) { return zirk::runProgram(argc, argv, zirk::Evaluation::Scheduled); }
+int main(int argc, char** argv) { return zirk::runProgram(argc, argv, zirk::Evaluation::Compiled); }

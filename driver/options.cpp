@@ -76,6 +76,8 @@ void applyOption(int letter, const char* argument, Settings& settings, Output& o
             output.results() << "ZIRK/C version 1.0\n";
             commandLine.solve = false;
             return;
+        // getopt as it is called here gives neither ':' nor 'W': its letters do not begin with a colon, and an option
+        // that is gone comes as '?'. They keep their answers for whoever passes letters on.
         case ':':
             output.log() << "#(WARN) Missing argument for some option\n";
             return;

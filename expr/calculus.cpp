@@ -2,8 +2,6 @@
 // The step table, and the settings that limit series.
 #include "expr/calculus.hpp"
 
-#include "text/from_text.hpp"
-
 namespace zirk {
 
 Calculus::Calculus(const SeriesLimits& inForce, real firstStep) : limits(inForce) { changeStep(firstStep); }

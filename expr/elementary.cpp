@@ -7,6 +7,7 @@
 #include <string>
 
 #include "expr/calculus.hpp"
+#include "expr/function.hpp"
 #include "expr/leaves.hpp"
 #include "zirk/error.hpp"
 
@@ -167,6 +168,11 @@ const char* lawOfAreaCotangent(real u0) { return lawOfAreaTangent(1 / u0); }
 
 const char* lawOfLogarithm(real) { return "write L for it, and \"L' = u'/u & ln(...);\""; }
 
+template <class Node>
+Expr* node(const Ref& operand) {
+    return new Node(operand);
+}
+
 // Rows -------------------------------------------------------------------------------------------------------------
 
 /// As many variables as there are start values, which are functions of u0.
@@ -180,48 +186,73 @@ constexpr Recipe notImplemented(const char* name) { return {0, 0, nullptr, nullp
 }  // namespace
 
 constexpr std::array<ElementaryFunction, 20> elementaryFunctions = {{
-    {ExprType::Sin, "sin", {"sin"}, sine, recipe<sine, cosine>(0, trigonometric)},
+    {ExprType::Sin, node<Sin>, "sin", {"sin"}, sine, recipe<sine, cosine>(0, trigonometric)},
     // With the rates of sin, on purpose: V(t) = cos(u(t) - 2*u(0)), the cosine of u where sin(u(0)) = 0.
-    {ExprType::Cos, "cos", {"cos"}, cosine, recipe<cosine, sine>(0, trigonometric, lawOfCosine)},
-    {ExprType::Tan, "tan", {"tan", "tg"}, tangent, recipe<tangent>(0, ofTangent)},
-    {ExprType::Cotan, "cotan", {"cotan", "cotg"}, cotangent, recipe<cotangent>(0, ofCotangent)},
-    {ExprType::ASin, "asin", {"asin", "arcsin"}, arcSine, recipe<arcSine, rootOfOneMinusSquare>(0, ofArcSine)},
-    {ExprType::ACos, "acos", {"acos", "arccos"}, arcCosine, notImplemented("ACos")},
+    {ExprType::Cos, node<Cos>, "cos", {"cos"}, cosine, recipe<cosine, sine>(0, trigonometric, lawOfCosine)},
+    {ExprType::Tan, node<Tan>, "tan", {"tan", "tg"}, tangent, recipe<tangent>(0, ofTangent)},
+    {ExprType::Cotan, node<Cotan>, "cotan", {"cotan", "cotg"}, cotangent, recipe<cotangent>(0, ofCotangent)},
+    {ExprType::ASin,
+     node<ASin>,
+     "asin",
+     {"asin", "arcsin"},
+     arcSine,
+     recipe<arcSine, rootOfOneMinusSquare>(0, ofArcSine)},
+    {ExprType::ACos, node<ACos>, "acos", {"acos", "arccos"}, arcCosine, notImplemented("ACos")},
     {ExprType::ATan,
+     node<ATan>,
      "atan",
      {"atan", "atg", "arctan", "arctg"},
      arcTangent,
      recipe<twice, onePlusSquare, arcTangent>(2, ofArcTangent)},
     {ExprType::ACotan,
+     node<ACotan>,
      "acotan",
      {"acotan", "acotg", "arccotan", "arccotg"},
      arcCotangent,
      recipe<twice, onePlusSquare, arcCotangent>(2, ofArcCotangent)},
-    {ExprType::Sinh, "sinh", {"sinh"}, hyperbolicSine, recipe<hyperbolicSine, hyperbolicCosine>(0, hyperbolic)},
-    {ExprType::Cosh, "cosh", {"cosh"}, hyperbolicCosine, recipe<hyperbolicCosine, hyperbolicSine>(0, hyperbolic)},
-    {ExprType::Tanh, "tanh", {"tanh", "tgh"}, hyperbolicTangent, recipe<hyperbolicTangent>(0, ofHyperbolicTangent)},
+    {ExprType::Sinh,
+     node<Sinh>,
+     "sinh",
+     {"sinh"},
+     hyperbolicSine,
+     recipe<hyperbolicSine, hyperbolicCosine>(0, hyperbolic)},
+    {ExprType::Cosh,
+     node<Cosh>,
+     "cosh",
+     {"cosh"},
+     hyperbolicCosine,
+     recipe<hyperbolicCosine, hyperbolicSine>(0, hyperbolic)},
+    {ExprType::Tanh,
+     node<Tanh>,
+     "tanh",
+     {"tanh", "tgh"},
+     hyperbolicTangent,
+     recipe<hyperbolicTangent>(0, ofHyperbolicTangent)},
     {ExprType::Cotanh,
+     node<Cotanh>,
      "cotanh",
      {"cotanh", "cotgh"},
      hyperbolicCotangent,
      recipe<hyperbolicCotangent>(0, ofHyperbolicTangent)},
-    {ExprType::ASinh, "asinh", {"asinh", "argsinh"}, areaSine, notImplemented("ASinh")},
-    {ExprType::ACosh, "acosh", {"acosh", "argcosh"}, areaCosine, notImplemented("ACosh")},
+    {ExprType::ASinh, node<ASinh>, "asinh", {"asinh", "argsinh"}, areaSine, notImplemented("ASinh")},
+    {ExprType::ACosh, node<ACosh>, "acosh", {"acosh", "argcosh"}, areaCosine, notImplemented("ACosh")},
     {ExprType::ATanh,
+     node<ATanh>,
      "atanh",
      {"atanh", "atgh", "argtanh", "argtgh"},
      areaTangent,
      recipe<minusTwice, oneMinusSquare, areaTangent>(2, ofAreaTangent, lawOfAreaTangent)},
     // There is no short form, not even the printed one.
     {ExprType::ACotanh,
+     node<ACotanh>,
      "acotanh",
      {"argcotanh", "argcotgh"},
      areaCotangent,
      recipe<minusTwice, oneMinusSquare, areaCotangent>(2, ofAreaTangent, lawOfAreaCotangent)},
-    {ExprType::Sqrt, "sqrt", {"sqrt"}, squareRoot, recipe<extendedRoot>(0, ofSquareRoot)},
-    {ExprType::Exp, "exp", {"exp"}, exponential, recipe<exponential>(0, ofExponential)},
-    {ExprType::Ln, "ln", {"ln"}, logarithm, recipe<logarithm>(0, ofLogarithm, lawOfLogarithm)},
-    {ExprType::Trunc, "trunc", {"trunc"}, truncation, notImplemented("Trunc")},
+    {ExprType::Sqrt, node<Sqrt>, "sqrt", {"sqrt"}, squareRoot, recipe<extendedRoot>(0, ofSquareRoot)},
+    {ExprType::Exp, node<Exp>, "exp", {"exp"}, exponential, recipe<exponential>(0, ofExponential)},
+    {ExprType::Ln, node<Ln>, "ln", {"ln"}, logarithm, recipe<logarithm>(0, ofLogarithm, lawOfLogarithm)},
+    {ExprType::Trunc, node<Trunc>, "trunc", {"trunc"}, truncation, notImplemented("Trunc")},
 }};
 
 const ElementaryFunction* findFunction(ExprType kind) {

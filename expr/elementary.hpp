@@ -38,6 +38,9 @@ struct Recipe {
 struct ElementaryFunction {
     ExprType kind;
 
+    /// A new node of the function's class.
+    Expr* (*node)(const Expr::Ref& operand);
+
     /// How nodes show it.
     const char* name;
 

@@ -103,7 +103,8 @@ public:
     virtual ~Expr() = default;
 
     ExprType type() const { return type_; }
-    int useCount() const { return useCount_; }
+    /// Handles of this node; of the empty node those of this thread.
+    int useCount() const { return type_ == ExprType::Nothing ? static_cast<int>(emptyUses_) : useCount_; }
 
     /// Computes term k into `out`, no caching.
     virtual void GetDY(int k, real& out) = 0;
@@ -117,7 +118,8 @@ public:
     /// Builds the symbolic time derivative into the derivative field.
     virtual void MakeDerivative() = 0;
 
-    /// Cached term k. Throws std::overflow_error("Order overflow") when k exceeds the maximum order.
+    /// Cached term k. Throws std::overflow_error("Order overflow") when k exceeds `maxOrder` of the limits, which is
+    /// the number of terms that a series may have.
     virtual void DY(int k, real& out);
 
     /// Value at the initial point, computed afresh.
@@ -168,9 +170,12 @@ public:
     int resultStamp() const { return resultStamp_; }
     bool isSteady() const { return steady_; }
 
+    // The terms that this node has computed by itself, and those only: after a point that a program summed a variable
+    // has term 0. The terms of a point, whoever summed it, are those of TaylorStep.
+
     /// Index of the highest term computed in this step; -1 when there is none.
     int highestTerm() const { return highest_; }
-    /// Term k, once DY has computed it in this step.
+    /// Term k, not beyond highestTerm.
     const real& term(int k) const { return terms_[static_cast<std::size_t>(k)]; }
 
     /// Where a TermGraph put this node; it checks that the place is still the node's own.
@@ -188,6 +193,9 @@ protected:
     ExprType type_;
     bool steady_ = false;
     int useCount_ = 0;
+    /// All nodes but the empty one belong to one thread at a time; that one never dies, so that each thread counts its
+    /// own handles of it. (An atomic count made reading a text slower by a third.)
+    static inline thread_local unsigned emptyUses_ = 0;
     int highest_ = -1;
     int termStamp_;
     int resultStamp_;
@@ -239,17 +247,16 @@ inline Expr::Ref::Ref(Ref&& other) noexcept : node_(other.node_) {
     acquire(other.node_);
 }
 
-// All nodes but the empty one belong to one thread at a time.
 inline void Expr::Ref::acquire(Expr* node) {
     if (node->type_ == ExprType::Nothing) {
-        __atomic_fetch_add(&node->useCount_, 1, __ATOMIC_RELAXED);
+        ++emptyUses_;
     } else {
         ++node->useCount_;
     }
 }
 inline void Expr::Ref::release(Expr* node) {
     if (node->type_ == ExprType::Nothing) {
-        __atomic_fetch_sub(&node->useCount_, 1, __ATOMIC_RELAXED);
+        --emptyUses_;
     } else if (--node->useCount_ == 0) {
         destroy(node);
     }

@@ -7,7 +7,6 @@
 #include "expr/arithmetic.hpp"
 #include "expr/calculus.hpp"
 #include "expr/elementary.hpp"
-#include "expr/function.hpp"
 #include "expr/leaves.hpp"
 #include "zirk/error.hpp"
 
@@ -108,19 +107,15 @@ private:
     Calculus& calculus_;
 };
 
-Expr* makeFunction(const ElementaryFunction& function, const Expr::Ref& operand) {
-    if (isNumber(operand)) return new Number(function.value(operand->startValue()));
-    if (function.kind == ExprType::Sin) return new Sin(operand);
-    if (function.kind == ExprType::Trunc) return new Trunc(operand);
-    return new Function(function, operand);
-}
-
 Expr* makeUnary(ExprType type, const Expr::Ref& operand) {
     if (type == ExprType::UnMinus) {
         if (isNumber(operand)) return new Number(-operand->startValue());
         return new UnMinus(operand);
     }
-    if (const ElementaryFunction* function = findFunction(type)) return makeFunction(*function, operand);
+    if (const ElementaryFunction* function = findFunction(type)) {
+        if (isNumber(operand)) return new Number(function->value(operand->startValue()));
+        return function->node(operand);
+    }
     // The wording differs from that of the other factory on purpose.
     throw Error("#(ERR) Expr::Ref::Ref(ExprType, const Expr::Ref&): neznamy typ unarni operace (" +
                     std::to_string(static_cast<int>(type)) + ")\n",

@@ -6,7 +6,6 @@
 #include <string>
 
 #include "expr/calculus.hpp"
-#include "expr/elementary.hpp"
 #include "expr/leaves.hpp"
 #include "zirk/error.hpp"
 

@@ -3,16 +3,13 @@
 #pragma once
 
 #include "expr/arithmetic.hpp"
+#include "expr/elementary.hpp"
 
 namespace zirk {
 
-struct ElementaryFunction;
-
-/// f(u) for any function kind; its expansion replaces it by variables.
+/// f(u), one class per function; its expansion replaces it by variables.
 class Function : public UnOp {
 public:
-    Function(const ElementaryFunction& function, const Ref& operand);
-
     void InitValue(real& out) override;
     void MakeDerivative() override;
     void requireExpansion() const override;
@@ -20,8 +17,36 @@ public:
     void printPart(std::ostream& out, int i) const override;
 
 protected:
+    Function(const ElementaryFunction& function, const Ref& operand);
+
     const ElementaryFunction& function_;
 };
+
+/// The node of a kind of function that has nothing of its own.
+template <ExprType kind>
+class FunctionOf final : public Function {
+public:
+    explicit FunctionOf(const Ref& operand) : Function(functionOf(kind), operand) {}
+};
+
+using Cos = FunctionOf<ExprType::Cos>;
+using Tan = FunctionOf<ExprType::Tan>;
+using Cotan = FunctionOf<ExprType::Cotan>;
+using ASin = FunctionOf<ExprType::ASin>;
+using ACos = FunctionOf<ExprType::ACos>;
+using ATan = FunctionOf<ExprType::ATan>;
+using ACotan = FunctionOf<ExprType::ACotan>;
+using Sinh = FunctionOf<ExprType::Sinh>;
+using Cosh = FunctionOf<ExprType::Cosh>;
+using Tanh = FunctionOf<ExprType::Tanh>;
+using Cotanh = FunctionOf<ExprType::Cotanh>;
+using ASinh = FunctionOf<ExprType::ASinh>;
+using ACosh = FunctionOf<ExprType::ACosh>;
+using ATanh = FunctionOf<ExprType::ATanh>;
+using ACotanh = FunctionOf<ExprType::ACotanh>;
+using Sqrt = FunctionOf<ExprType::Sqrt>;
+using Exp = FunctionOf<ExprType::Exp>;
+using Ln = FunctionOf<ExprType::Ln>;
 
 /// Sine: the only expanded function with a value and a derivative of its own, cos(u) * u'.
 class Sin final : public Function {

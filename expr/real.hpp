@@ -2,8 +2,11 @@
 // What nodes do with numbers besides arithmetic.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
+#include <limits>
 
 #include "zirk/real.hpp"
 
@@ -16,6 +19,12 @@ inline void copyBits(real& to, const real& from) { std::memcpy(&to, &from, sizeo
 inline bool sameValue(real a, real b) {
     if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
     return a == b && std::signbit(a) == std::signbit(b);
+}
+
+/// A sum of two 32-bit numbers (or of one and another's negative) that stays at the ends of their range.
+inline int saturatingSum(std::int64_t a, std::int64_t b) {
+    return static_cast<int>(
+        std::clamp<std::int64_t>(a + b, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
 /// pi, rounded once.

@@ -2,6 +2,8 @@
 // Statements into variables.
 #include "lang/compiler.hpp"
 
+#include <algorithm>
+#include <climits>
 #include <cstring>
 #include <utility>
 
@@ -22,7 +24,7 @@ Compiler::Compiler(Source source, EquationSystem& system) : source_(std::move(so
 
 void Compiler::compile() {
     const Scanner scanner(*this);
-    if (yyparse(scanner.handle(), *this) != 0) throw ParseError(messages_, line_, column_, token_);
+    if (yyparse(scanner.handle(), *this) != 0) throw errorHere(messages_);
     if (stepFunctions_.empty()) return;
     messages_ += '\n';
     for (const ParseError& stepFunction : stepFunctions_) messages_ += stepFunction.text();
@@ -45,17 +47,6 @@ std::size_t Compiler::read(char* buffer, std::size_t size) {
     const void* nul = std::memchr(buffer, 0, count);
     inputEnded_ = nul != nullptr || count < size;
     return nul == nullptr ? count : static_cast<std::size_t>(static_cast<const char*>(nul) - buffer);
-}
-
-void Compiler::token(const char* text, std::size_t length) {
-    token_.assign(text, length);
-    column_ = nextColumn_;
-    nextColumn_ = saturatingSum(nextColumn_, static_cast<std::int64_t>(length));
-}
-
-void Compiler::newline() {
-    ++line_;
-    nextColumn_ = 1;
 }
 
 void Compiler::equation(const std::string& name, int order, const Expr::Ref& rightHandSide, real start) {
@@ -95,13 +86,17 @@ void Compiler::trace(const char* word) {
 
 void Compiler::stepFunction(const char* word) {
     trace(word);
-    stepFunctions_.emplace_back(errorLine("Step functions have no meaning"), line_, column_, token_);
+    stepFunctions_.push_back(errorHere(errorLine("Step functions have no meaning")));
 }
 
 void Compiler::error(const std::string& message) { messages_ += errorLine(message); }
 
+ParseError Compiler::errorHere(const std::string& text) const {
+    return {text, line_, static_cast<int>(std::min<std::int64_t>(column_, INT_MAX)), std::string(token_)};
+}
+
 std::string Compiler::errorLine(const std::string& message) const {
-    return "#(ERR) ERROR: " + message + " \"" + token_ + "\" at line #" + std::to_string(line_) + "\n";
+    return "#(ERR) ERROR: " + message + " \"" + std::string(token_) + "\" at line #" + std::to_string(line_) + "\n";
 }
 
 }  // namespace zirk

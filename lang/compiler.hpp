@@ -2,8 +2,10 @@
 // What the grammar actions call: turns statements into variables and start values.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "expr/calculus.hpp"
@@ -39,8 +41,16 @@ public:
 
     /// Reads up to `size` characters; a NUL byte ends the input.
     std::size_t read(char* buffer, std::size_t size);
-    void token(const char* text, std::size_t length);
-    void newline();
+    /// The text stays where it is until the next token is asked for; so long errors can show it.
+    void token(const char* text, std::size_t length) {
+        token_ = {text, length};
+        column_ = nextColumn_;
+        nextColumn_ += static_cast<std::int64_t>(length);
+    }
+    void newline() {
+        ++line_;
+        nextColumn_ = 1;
+    }
 
     // For the grammar.
 
@@ -59,16 +69,18 @@ public:
 
 private:
     std::size_t readSource(char* buffer, std::size_t size) const;
+    /// An error at the present token.
+    ParseError errorHere(const std::string& text) const;
     std::string errorLine(const std::string& message) const;
 
     Source source_;
     EquationSystem& system_;
     std::string messages_;
-    std::string token_;
+    std::string_view token_;
     int line_ = 1;
     /// Of the token, and of what follows it; in bytes, from 1.
-    int column_ = 1;
-    int nextColumn_ = 1;
+    std::int64_t column_ = 1;
+    std::int64_t nextColumn_ = 1;
     bool inputEnded_ = false;
     std::vector<ParseError> stepFunctions_;
 };

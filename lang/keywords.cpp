@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <unordered_map>
 
 #include "expr/elementary.hpp"
 #include "lang/grammar.hpp"
@@ -17,23 +18,28 @@ constexpr int functionTokens[] = {SIN,  COS,    TAN,   COTAN, ASIN,  ACOS,    AT
                                   TANH, COTANH, ASINH, ACOSH, ATANH, ACOTANH, SQRT, EXP,    LN,   TRUNC};
 static_assert(std::size(functionTokens) == elementaryFunctions.size());
 
+std::unordered_map<std::string_view, int> allTokens() {
+    std::unordered_map<std::string_view, int> tokens = {{"pi", PI}, {"t", T}};
+    const int* token = functionTokens;
+    for (const ElementaryFunction& function : elementaryFunctions) {
+        for (const std::string_view form : function.written) tokens[form] = *token;
+        ++token;
+    }
+    // The rows fill up with empty forms.
+    tokens.erase("");
+    return tokens;
+}
+
 }  // namespace
 
 int keywordToken(std::string_view word) {
-    if (word == "pi") return PI;
-    if (word == "t") return T;
-    const int* token = functionTokens;
-    for (const ElementaryFunction& function : elementaryFunctions) {
-        for (const std::string_view form : function.written) {
-            if (form.empty()) break;
-            if (form == word) return *token;
-        }
-        ++token;
-    }
-    return IDENT;
+    static const std::unordered_map<std::string_view, int> tokens = allTokens();
+    const auto found = tokens.find(word);
+    return found == tokens.end() ? IDENT : found->second;
 }
 
 ExprType functionKind(int token) {
+    if (token == IDENT) return ExprType::Nothing;
     const auto found = std::find(std::begin(functionTokens), std::end(functionTokens), token);
     if (found == std::end(functionTokens)) return ExprType::Nothing;
     return elementaryFunctions[static_cast<std::size_t>(found - functionTokens)].kind;

@@ -19,7 +19,7 @@ Chooser::Chooser(Calculus& calculus, const EquationTable& equations) : calculus_
 
 Chooser::~Chooser() = default;
 
-int Chooser::highestTerm(SlotIndex variable) { return pass_->highestTerm(variable); }
+int Chooser::highestTerm(SlotIndex variable) const { return pass_->highestTerm(variable); }
 
 real Chooser::term(SlotIndex variable, int k) const { return pass_->term(variable, k); }
 

@@ -47,7 +47,7 @@ public:
     // After a call that summed: of a differential variable by its place in the order of names.
 
     /// Index of the last term that the nodes would have computed.
-    int highestTerm(SlotIndex variable);
+    int highestTerm(SlotIndex variable) const;
     real term(SlotIndex variable, int k) const;
 
 private:

@@ -25,7 +25,7 @@ SeriesPass::SeriesPass(Calculus& calculus, const EquationTable& equations)
 bool SeriesPass::begin() {
     run_.beginPoint();
     batching_.beginPoint();
-    highest_.clear();
+    knowsHighest_ = false;
     wanting_.clear();
     for (const SlotIndex leaf : leaves_) distinct_.graph[leaf].node->BeginStep();
     for (SlotIndex i = 0; i < all_.variables; ++i) all_[i].node->BeginStep();
@@ -68,12 +68,18 @@ void SeriesPass::addTerms(int first, int last) {
     needed_.shrink(wanting_);
 }
 
-int SeriesPass::highestTerm(SlotIndex variable) {
-    if (highest_.empty()) {
-        for (SlotIndex i = 0; i < all_.variables; ++i) highest_.push_back(sums_[distinct_.representative[i]].k - 1);
-        highest_ = highestTerms_.spread(std::move(highest_));
-    }
+int SeriesPass::highestTerm(SlotIndex variable) const {
+    if (!knowsHighest_.load(std::memory_order_acquire)) spreadHighest();
     return highest_[variable];
+}
+
+void SeriesPass::spreadHighest() const {
+    const std::lock_guard<std::mutex> lock(highestMutex_);
+    if (knowsHighest_) return;
+    highest_.clear();
+    for (SlotIndex i = 0; i < all_.variables; ++i) highest_.push_back(sums_[distinct_.representative[i]].k - 1);
+    highest_ = highestTerms_.spread(std::move(highest_));
+    knowsHighest_.store(true, std::memory_order_release);
 }
 
 bool SeriesPass::sumAll() {

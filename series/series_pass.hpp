@@ -2,6 +2,8 @@
 // One point: all series summed order by order, by a program made from the graph.
 #pragma once
 
+#include <atomic>
+#include <mutex>
 #include <vector>
 
 #include "expr/series_sum.hpp"
@@ -28,8 +30,8 @@ public:
     bool sumAll();
 
     /// Of a differential variable by its place in the order of names: index of the last term that the nodes would have
-    /// computed in the last pass, and its terms up to there.
-    int highestTerm(SlotIndex variable);
+    /// computed in the last pass, and its terms up to there. Any number of threads may ask at the same time.
+    int highestTerm(SlotIndex variable) const;
     real term(SlotIndex variable, int k) const { return run_.term(distinct_.representative[variable], k); }
 
 private:
@@ -38,6 +40,7 @@ private:
     bool runConstants(int k);
     /// Adds terms `first` to `last` to the sums; those that end want no more.
     void addTerms(int first, int last);
+    void spreadHighest() const;
 
     Calculus& calculus_;
     const TermGraph all_;
@@ -53,9 +56,11 @@ private:
     std::vector<SeriesSum> sums_;
     std::vector<SlotIndex> wanting_;
 
-    HighestTerms highestTerms_;
-    /// Per variable; empty until somebody asks.
-    std::vector<int> highest_;
+    // Few points are asked for their highest terms: the first who asks has them computed.
+    mutable std::mutex highestMutex_;
+    mutable std::atomic<bool> knowsHighest_{false};
+    mutable HighestTerms highestTerms_;
+    mutable std::vector<int> highest_;
 };
 
 }  // namespace zirk

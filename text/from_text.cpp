@@ -13,14 +13,12 @@ real realFromText(const char* text) {
     return std::strtod(text, nullptr);
 }
 
-int intFromText(const char* text) { return saturatingSum(std::strtol(text, nullptr, 10), 0); }
+int intFromText(const char* text) {
+    constexpr long low = std::numeric_limits<int>::min();
+    constexpr long high = std::numeric_limits<int>::max();
+    return static_cast<int>(std::clamp(std::strtol(text, nullptr, 10), low, high));
+}
 
 bool flagFromText(const char* text) { return intFromText(text) == 1; }
-
-int saturatingSum(std::int64_t a, std::int64_t b) {
-    constexpr std::int64_t low = std::numeric_limits<int>::min();
-    constexpr std::int64_t high = std::numeric_limits<int>::max();
-    return static_cast<int>(std::clamp(std::clamp(a, low, high) + std::clamp(b, low, high), low, high));
-}
 
 }  // namespace zirk

@@ -2,8 +2,6 @@
 // Numbers from text, with the rules of the C library.
 #pragma once
 
-#include <cstdint>
-
 #include "zirk/real.hpp"
 
 namespace zirk {
@@ -16,8 +14,5 @@ int intFromText(const char* text);
 
 /// True exactly when the integer read from the text is 1.
 bool flagFromText(const char* text);
-
-/// Sum and difference that stay at the ends of the 32-bit range.
-int saturatingSum(std::int64_t a, std::int64_t b);
 
 }  // namespace zirk

@@ -17,7 +17,7 @@ enum class Evaluation {
     /// By the nodes of the formulas, which is the definition.
     NodeByNode,
     /// By a compiled program, many times as fast.
-    Scheduled
+    Compiled
 };
 
 /// One test for stiffness: binary exponents of the largest and the smallest last term but one of all variables. The
@@ -54,13 +54,14 @@ struct ClassicStatistics {
 ///
 /// Variables are numbered from 0 in the bytewise order of their names; those that stand for functions ("%0", "%1", ...)
 /// come first. Values and terms are those of the pass that `next` made last; after a rejected one, time, step and
-/// number of the pass are those of the attempt that comes next.
+/// number of the pass are those of the attempt that comes next. Several threads may read one run at the same time, as
+/// long as none of them calls `next`.
 class [[gnu::visibility("default")]] ClassicIntegrator {
 public:
     /// Prepares the equations for a run: expands functions and takes start values. Throws Error where a name is not
     /// defined or a function cannot be expanded. The observer must live as long as the run.
     explicit ClassicIntegrator(const Model& model, const ClassicOptions& options = {},
-                               ClassicObserver* observer = nullptr, Evaluation evaluation = Evaluation::Scheduled);
+                               ClassicObserver* observer = nullptr, Evaluation evaluation = Evaluation::Compiled);
     ~ClassicIntegrator();
     ClassicIntegrator(ClassicIntegrator && other) noexcept;
     ClassicIntegrator& operator=(ClassicIntegrator&& other) noexcept;
@@ -74,7 +75,8 @@ public:
         End
     };
 
-    /// One pass over the equations. Throws RunError when the run cannot go on.
+    /// One pass over the equations. Throws RunError when the run cannot go on, and whatever the observer throws. The
+    /// run is over then, with values that may belong to half a pass: every further call throws the same again.
     Pass next();
 
     real time() const;
@@ -98,8 +100,10 @@ public:
     real value(const std::string& name) const { return value(index(name)); }
     /// Index of the last Taylor term of the step that led to this point; -1 for definitions, 0 at time 0.
     int highestTerm(std::size_t variable) const;
-    /// Term k, h^k y^(k) / k!, of the step that led to this point; k from 0 to highestTerm.
+    /// Term k, h^k y^(k) / k!, of the step that led to this point; k from 0 to highestTerm. A definition is constant
+    /// over a step for the equations that use it: its term 0 is the value that they see, all others are 0.
     real term(std::size_t variable, int k) const;
+    /// Terms 0 to highestTerm; none for definitions.
     std::vector<real> terms(std::size_t variable) const;
 
     /// What the classic rules make of the model otherwise than its author may expect, a sentence for each kind of

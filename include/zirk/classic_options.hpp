@@ -10,7 +10,8 @@ namespace zirk {
 
 /// How long series may be, and what counts as nothing. Constant over a run; formulas are folded by it too.
 struct [[gnu::visibility("default")]] SeriesLimits {
-    /// Terms that a series may have: the order limit plus the trailing negligible ones.
+    /// A number of terms, in spite of its name: those that a series may have, which are the order limit (30) and the
+    /// trailing negligible ones.
     int maxOrder = 34;
     /// Negligible terms in a row that end a sum.
     int zeroTerms = 4;
@@ -41,7 +42,8 @@ struct StiffnessOptions {
 
 /// Ends the run when one variable has met each of its turning points equally often.
 struct PeriodOptions {
-    /// The variable that is watched.
+    /// The variable that is watched: its turning points are where its right-hand side is about 0. A definition takes
+    /// its own value for that; so it is watched where it is about 0 itself.
     std::string periodicName;
     /// On when greater than 0; its size does not matter.
     int periodicCount = 0;

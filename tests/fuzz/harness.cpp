@@ -222,7 +222,7 @@ Course courseOf(const std::function<void(Settings&, Output&)>& configure, const 
 
 void solveBothWays(const std::function<void(Settings&, Output&)>& configure, const std::string& text) {
     const Course plain = courseOf(configure, text, Evaluation::NodeByNode);
-    const Course fast = courseOf(configure, text, Evaluation::Scheduled);
+    const Course fast = courseOf(configure, text, Evaluation::Compiled);
     require(plain.ending == fast.ending, "both ways end alike: " + plain.ending + " and " + fast.ending);
     require(plain.output == fast.output, "both ways write the same:\n" + plain.output + "\nand\n" + fast.output);
     require(plain.state == fast.state, "both ways compute the same bits");

@@ -70,7 +70,7 @@ struct Bounds {
 };
 void bound(Settings& settings, const Bounds& bounds);
 
-/// Compiles, prepares and solves a text for a few points, once by the nodes and once by the schedule, and requires the
+/// Compiles, prepares and solves a text for a few points, once by the nodes and once by the chooser, and requires the
 /// same bytes, the same values and terms after every pass and the same end of both; each of them twice, side by side.
 /// `configure` makes the settings of a run; an Error ends the run.
 void solveBothWays(const std::function<void(Settings&, Output&)>& configure, const std::string& text);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Preparation and the first points of any system, by the nodes and by the schedule.
+// Preparation and the first points of any system, by the nodes and by the chooser.
 //
 // The input is a text of equations. Where its first line is a comment, the words of that line are options:
 //     // -o 12 -a 1e-15 -D 3

@@ -17,7 +17,7 @@ protected:
         limits.accuracy = 1e-24L;
         prepareText(*this, text);
         calculus.changeStep(1.0 / 32);
-        TaylorStep step(calculus, system.equations, Evaluation::Scheduled);
+        TaylorStep step(calculus, system.equations, Evaluation::Compiled);
         for (int i = 0; i <= steps; ++i) {
             calculus.time = i / real{32};
             step.evaluate();

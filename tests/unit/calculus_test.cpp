@@ -37,6 +37,7 @@ TEST(StepTable, HoldsTheStepDividedByTheIndexHoweverItIsAsked) {
     Calculus calculus(limits, static_cast<real>(0.1));
     EXPECT_EQ(calculus.stepTable[40], static_cast<real>(0.1) / 40) << "beyond any limit of terms";
     calculus.changeStep(1 / 3.0L);
+    EXPECT_EQ(calculus.step, 1 / 3.0L) << "all digits";
     const real* factors = calculus.stepTable.upTo(33);
     EXPECT_EQ(factors[0], 0);
     for (int i = 1; i < 34; ++i) {

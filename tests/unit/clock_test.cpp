@@ -101,7 +101,7 @@ TEST(RunClock, OfARunCoversItsPassesAndNothingElse) {
     const Settings settings;
     {
         Output output(descriptor, descriptor);
-        ::Run run(settings, output, Model::fromText("y' = 1 & 2;"), Evaluation::Scheduled);
+        ::Run run(settings, output, Model::fromText("y' = 1 & 2;"), Evaluation::Compiled);
         spend(50000);
         const long beforeBegin = userTime();
         run.begin();

@@ -18,7 +18,7 @@ protected:
         limits.accuracy = 1e-24L;
         prepareText(*this, "u' = u & " + start + "; y = " + function + "(u);");
         calculus.changeStep(1.0 / 64);
-        TaylorStep step(calculus, system.equations, Evaluation::Scheduled);
+        TaylorStep step(calculus, system.equations, Evaluation::Compiled);
         for (int i = 0; i <= 64; ++i) {
             calculus.time = i / real{64};
             step.evaluate();

@@ -93,7 +93,7 @@ TEST_F(Chains, OfAlgebraicVariablesAreEvaluatedToTheirEnd) {
     Expansion(calculus, system).prepare();
     EXPECT_EQ(system.equations.find("%0")->startValue(), sinl(unknown(3)));
     EXPECT_EQ(printed(system.equations.find("%0")->rightHandSide()), "0");
-    TaylorStep(calculus, system.equations, Evaluation::Scheduled).evaluate();
+    TaylorStep(calculus, system.equations, Evaluation::Compiled).evaluate();
     EXPECT_EQ(system.equations.find(name(0))->result(), 3);
     EXPECT_EQ(system.equations.find(name(length - 1))->result(), 3);
 }
@@ -107,7 +107,7 @@ TEST_F(Chains, OfSinesAreExpanded) {
     EXPECT_EQ(printed(system.equations.find("%0")->rightHandSide()), "([%1] * [%2])");
     EXPECT_EQ(printed(system.equations.find("%19996")->rightHandSide()), "([%19997] * [%19998])");
     EXPECT_EQ(printed(system.equations.find("%19998")->rightHandSide()), "[%19999]");
-    TaylorStep step(calculus, system.equations, Evaluation::Scheduled);
+    TaylorStep step(calculus, system.equations, Evaluation::Compiled);
     step.evaluate();
     step.accept();
     step.evaluate();

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "expr/arithmetic.hpp"
+#include "expr/function.hpp"
 #include "expr/real.hpp"
 #include "tests/unit/fixture.hpp"
 #include "text/from_text.hpp"
@@ -169,6 +170,23 @@ TEST_F(Factory, NegatesConstantsByTheSignBit) {
 TEST_F(Factory, SimplifiesNothingOfOneOperand) {
     const Ref once(ExprType::UnMinus, x);
     EXPECT_EQ(printed(Ref(ExprType::UnMinus, once)), "(-(-[x]))");
+}
+
+template <class Node>
+bool makes(ExprType kind, const Ref& operand) {
+    return dynamic_cast<const Node*>(Ref(kind, operand).get()) != nullptr;
+}
+
+TEST_F(Factory, MakesANodeOfEachFunctionsClass) {
+    EXPECT_TRUE(makes<Sin>(ExprType::Sin, x) && makes<Cos>(ExprType::Cos, x) && makes<Tan>(ExprType::Tan, x));
+    EXPECT_TRUE(makes<Cotan>(ExprType::Cotan, x) && makes<ASin>(ExprType::ASin, x) && makes<ACos>(ExprType::ACos, x));
+    EXPECT_TRUE(makes<ATan>(ExprType::ATan, x) && makes<ACotan>(ExprType::ACotan, x));
+    EXPECT_TRUE(makes<Sinh>(ExprType::Sinh, x) && makes<Cosh>(ExprType::Cosh, x) && makes<Tanh>(ExprType::Tanh, x));
+    EXPECT_TRUE(makes<Cotanh>(ExprType::Cotanh, x) && makes<ASinh>(ExprType::ASinh, x));
+    EXPECT_TRUE(makes<ACosh>(ExprType::ACosh, x) && makes<ATanh>(ExprType::ATanh, x));
+    EXPECT_TRUE(makes<ACotanh>(ExprType::ACotanh, x) && makes<Sqrt>(ExprType::Sqrt, x));
+    EXPECT_TRUE(makes<Exp>(ExprType::Exp, x) && makes<Ln>(ExprType::Ln, x) && makes<Trunc>(ExprType::Trunc, x));
+    EXPECT_FALSE(makes<Cos>(ExprType::Sin, x));
 }
 
 TEST_F(Factory, EndsWithTheNumberOfAnUnknownOneOperandKind) {

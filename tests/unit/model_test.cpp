@@ -150,7 +150,7 @@ TEST(ClassicIntegratorTest, GivesTheTermsOfTheStepThatLedToThePoint) {
     ClassicOptions options;
     options.step = 0.25L;
     options.fixedStep = true;
-    for (const Evaluation evaluation : {Evaluation::NodeByNode, Evaluation::Scheduled}) {
+    for (const Evaluation evaluation : {Evaluation::NodeByNode, Evaluation::Compiled}) {
         ClassicIntegrator run(Model::fromText("y' = 1 + 2*s & 1; s' = 1; x = 7;"), options, nullptr, evaluation);
         EXPECT_EQ(run.next(), Pass::Point);
         for (std::size_t i = 0; i < run.size(); ++i) {
@@ -169,6 +169,60 @@ TEST(ClassicIntegratorTest, GivesTheTermsOfTheStepThatLedToThePoint) {
         EXPECT_EQ(run.order(), 3);
         EXPECT_EQ(run.value("y"), 1.3125L);
     }
+}
+
+TEST(ClassicIntegratorTest, GivesOfADefinitionTheOneTermThatOthersSee) {
+    ClassicOptions options;
+    options.step = 0.25L;
+    options.fixedStep = true;
+    options.tMax = 3;
+    for (const Evaluation evaluation : {Evaluation::NodeByNode, Evaluation::Compiled}) {
+        ClassicIntegrator run(Model::fromText("s' = 1 & 3; a = 7; x = 2*s; y' = x;"), options, nullptr, evaluation);
+        const std::size_t x = run.index("x");
+        run.next();
+        // More points than are left to the nodes.
+        for (int point = 1; point < 8; ++point) {
+            run.next();
+            const real before = 2 * (3 + run.previousTime());
+            EXPECT_EQ(run.value(x), before + 0.5L);
+            EXPECT_EQ(run.term(x, 0), before);
+            EXPECT_EQ(run.term(x, 1), 0);
+            EXPECT_EQ(run.term(x, 30), 0);
+            EXPECT_EQ(run.term(run.index("y"), 1), before * 0.25L) << "who uses it";
+        }
+    }
+}
+
+TEST(ClassicIntegratorTest, ThrowsTheSameAgainOnceItHasFailed) {
+    ClassicOptions options;
+    options.tMax = 2;
+    ClassicIntegrator run(Model::fromText("y' = y*y & 1;"), options);
+    std::string first;
+    try {
+        while (run.next() != Pass::End) {
+        }
+    } catch (const RunError& error) {
+        first = error.text();
+    }
+    EXPECT_EQ(first.find("#(ERR) No progress at time 1"), 0u) << first;
+    const ClassicStatistics counted = run.statistics();
+    try {
+        run.next();
+        FAIL() << "goes on";
+    } catch (const RunError& error) {
+        EXPECT_EQ(error.text(), first);
+    }
+    EXPECT_EQ(run.statistics().rejected, counted.rejected);
+}
+
+TEST(ClassicIntegratorTest, ThrowsAgainWhatItsObserverThrew) {
+    class Unwilling final : public ClassicObserver {
+        void stiffnessTested(const StiffnessTest&) override { throw 42; }
+    } unwilling;
+    ClassicIntegrator run(Model::fromText("y' = -y & 1;"), {}, &unwilling);
+    EXPECT_EQ(run.next(), Pass::Point);
+    EXPECT_THROW(run.next(), int);
+    EXPECT_THROW(run.next(), int);
 }
 
 TEST(ClassicIntegratorTest, StaysAtItsEndWhateverEndedIt) {
@@ -253,7 +307,7 @@ TEST(ClassicIntegratorTest, DoesNotMeetOthersOnItsThread) {
     options[1].step = 0.3L;
     options[2].limits.setOrder(12);
     const Model shared = Model::fromText(pendulum);
-    for (const Evaluation evaluation : {Evaluation::NodeByNode, Evaluation::Scheduled}) {
+    for (const Evaluation evaluation : {Evaluation::NodeByNode, Evaluation::Compiled}) {
         std::vector<std::vector<std::vector<real>>> alone;
         std::vector<ClassicIntegrator> runs;
         for (int i = 0; i < 3; ++i) {

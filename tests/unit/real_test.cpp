@@ -54,6 +54,7 @@ TEST(SaturatingSum, StaysAtTheEndsOfTheRange) {
     EXPECT_EQ(saturatingSum(kLargest, 1), kLargest);
     EXPECT_EQ(saturatingSum(kSmallest, -1), kSmallest);
     EXPECT_EQ(saturatingSum(kLargest, kSmallest), -1);
+    EXPECT_EQ(saturatingSum(kLargest, -static_cast<std::int64_t>(kSmallest)), kLargest);
 }
 
 }  // namespace

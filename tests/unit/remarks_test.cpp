@@ -58,6 +58,15 @@ TEST_F(Remark, TellOfNamesThatLagBehind) {
               "its name\n");
 }
 
+TEST_F(Remark, SeeWhatMovesInLoopsOfDefinitions) {
+    const std::string advice =
+        " lags one step behind in the equation of variable \"y\": write its formula there instead of its name\n";
+    EXPECT_EQ(of("a = b + x; b = a; x' = -x & 1; y' = a & 1;"), "\"a\"" + advice);
+    EXPECT_EQ(of("a = b + x; b = a; x' = -x & 1; y' = b & 1;"), "\"b\"" + advice);
+    EXPECT_EQ(of("a = b + c; b = a; c = c; d = b + x; x' = -x & 1; y' = a + b + d & 1;"), "\"d\"" + advice)
+        << "those that stand still in a loop are left out";
+}
+
 TEST_F(Remark, TellOfConstantsWithinTheAccuracy) {
     EXPECT_EQ(of("y' = 1e-12*y + 1e-13 & 1;"),
               "1e-12 counts as 0, within the accuracy: -i 0 or a smaller -a keeps it\n");

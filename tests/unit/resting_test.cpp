@@ -48,9 +48,9 @@ protected:
     std::unique_ptr<RestingVariables> resting_;
 };
 
-INSTANTIATE_TEST_SUITE_P(BothWays, Resting, ::testing::Values(Evaluation::NodeByNode, Evaluation::Scheduled),
+INSTANTIATE_TEST_SUITE_P(BothWays, Resting, ::testing::Values(Evaluation::NodeByNode, Evaluation::Compiled),
                          [](const auto& way) {
-                             return way.param == Evaluation::NodeByNode ? "NodeByNode" : "Scheduled";
+                             return way.param == Evaluation::NodeByNode ? "NodeByNode" : "Compiled";
                          });
 
 // Nothing moves it.

@@ -131,6 +131,17 @@ TEST_F(PeriodTest, ValuesThatAreNotNumbersAreRecordedAndNeverMetAgain) {
     EXPECT_FALSE(point(1, 0));
 }
 
+TEST_F(PeriodTest, OfADefinitionLooksAtItsOwnValueInPlaceOfARate) {
+    limits_.accuracy = 0.25L;
+    const Expr::Ref definition(new Algebraic("e", Expr::Ref(rate_)));
+    period_ = std::make_unique<Period>(options_, limits_, static_cast<Differential&>(*definition));
+    EXPECT_FALSE(point(0, 1)) << "too large for a turning point";
+    EXPECT_FALSE(point(0, 0.125L)) << "the first that is remembered";
+    EXPECT_FALSE(point(0, -0.125L));
+    EXPECT_FALSE(point(0, 1));
+    EXPECT_TRUE(point(0, 0.25L)) << "the same again, within the accuracy";
+}
+
 TEST(SteadyState, CountsPassesInARowInWhichEveryEquationWasSteady) {
     SteadyState steady;
     steady.count(2, 2);
@@ -152,7 +163,7 @@ int steadyEquations(real rate, unsigned steadyStop) {
     EquationTable equations;
     equations.enter(new Differential("y", Expr::Ref(new Number(rate)), 1));
     equations.enter(new Algebraic("x", Expr::Ref(new Number(rate))));
-    TaylorStep taylor(calculus, equations, Evaluation::Scheduled);
+    TaylorStep taylor(calculus, equations, Evaluation::Compiled);
     taylor.evaluate();
     taylor.accept();
     taylor.evaluate();

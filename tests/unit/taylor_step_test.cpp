@@ -23,7 +23,7 @@ TEST_F(EvaluationPass, ComputesAlgebraicEquationsAlsoWhenTheyWereAskedForBefore)
     x.Value(value);
     EXPECT_EQ(value, 2) << "the value of this point is kept";
 
-    TaylorStep(calculus, system.equations, Evaluation::Scheduled).evaluate();
+    TaylorStep(calculus, system.equations, Evaluation::Compiled).evaluate();
 
     EXPECT_EQ(x.result(), 5);
     EXPECT_FALSE(calculus.forceRecompute);
@@ -46,7 +46,7 @@ real decayedAcross(int stamp, Evaluation evaluation) {
 }
 
 TEST(Stamps, WrapWithoutHarm) {
-    for (const Evaluation evaluation : {Evaluation::NodeByNode, Evaluation::Scheduled}) {
+    for (const Evaluation evaluation : {Evaluation::NodeByNode, Evaluation::Compiled}) {
         const real plain = decayedAcross(100, evaluation);
         // The first point shows the start value; nine steps of 0.1 follow.
         EXPECT_NEAR(static_cast<double>(plain), std::exp(-0.9), 1e-10);
@@ -56,7 +56,7 @@ TEST(Stamps, WrapWithoutHarm) {
 }
 
 TEST(TermsOfNodes, AreThoseOfThePresentPointAlsoWhenAProgramSummedIt) {
-    for (const Evaluation evaluation : {Evaluation::NodeByNode, Evaluation::Scheduled}) {
+    for (const Evaluation evaluation : {Evaluation::NodeByNode, Evaluation::Compiled}) {
         Workbench bench;
         prepareText(bench, "y' = -y & 1;");
         TaylorStep step(bench.calculus, bench.system.equations, evaluation);

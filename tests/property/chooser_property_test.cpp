@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Random systems give the same bits whether the schedule or the nodes sum the series.
+// Random systems give the same bits whether a program or the nodes sum the series.
 #include <cstring>
 #include <random>
 #include <sstream>
@@ -132,7 +132,7 @@ std::vector<Shown> solved(const std::string& text, const Limits& limits, Evaluat
 
 void expectSameBits(const std::string& text, const Limits& limits, std::size_t& compared) {
     const std::vector<Shown> plain = solved(text, limits, Evaluation::NodeByNode);
-    const std::vector<Shown> fast = solved(text, limits, Evaluation::Scheduled);
+    const std::vector<Shown> fast = solved(text, limits, Evaluation::Compiled);
     ASSERT_EQ(plain.size(), fast.size()) << text;
     for (std::size_t i = 0; i < plain.size(); ++i) {
         ASSERT_EQ(plain[i].counts, fast[i].counts) << plain[i].name << '\n' << text;
@@ -141,7 +141,7 @@ void expectSameBits(const std::string& text, const Limits& limits, std::size_t& 
     }
 }
 
-TEST(Schedule, GivesTheBitsOfTheNodesWhereTwoDoublesCannotHoldATerm) {
+TEST(Chooser, GivesTheBitsOfTheNodesWhereTwoDoublesCannotHoldATerm) {
     // Start values, late terms, kept values, constants and present terms that are too small or too large, and zeros of
     // both signs.
     static const char* const systems[] = {
@@ -162,7 +162,7 @@ TEST(Schedule, GivesTheBitsOfTheNodesWhereTwoDoublesCannotHoldATerm) {
     EXPECT_GT(compared, 20000u);
 }
 
-TEST(Schedule, GivesTheBitsOfTheNodesOnRandomSystems) {
+TEST(Chooser, GivesTheBitsOfTheNodesOnRandomSystems) {
     std::size_t compared = 0;
     for (unsigned seed = 1; seed <= 250; ++seed) {
         RandomText random(seed);
