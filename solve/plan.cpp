@@ -57,7 +57,6 @@ std::vector<real> listedTimes(const Problem& problem, const std::vector<std::str
     for (const std::string& text : texts) times.push_back(readConstant(problem, "--at", text));
     const bool isForward = *std::max_element(times.begin(), times.end()) > problem.start();
     std::sort(times.begin(), times.end(), [&](real a, real b) { return isForward ? a < b : a > b; });
-    times.erase(std::unique(times.begin(), times.end()), times.end());
     return times;
 }
 

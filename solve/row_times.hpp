@@ -16,7 +16,7 @@ struct RowPlan {
     std::uint64_t intervals = 0;
     /// Length of the intervals; 0: they are equal.
     real spacing = 0;
-    /// In the order in which a run meets them, each once.
+    /// In the order in which a run meets them. (A run writes no time twice.)
     std::vector<real> listed;
     /// So many rows in every step, at equal distances, the last at its end; one at the start besides.
     unsigned perStep = 0;
