@@ -235,6 +235,7 @@ void AdaptiveRun::accept(const Trial& trial) {
     time_ = trial.time;
     timeRest_ = trial.timeRest;
     isFirstCurrent_ = !machine_->jumps.any();
+    machine_->jumps.leaveBorders();
     if (trial.endsAtJump) {
         machine_->jumps.change();
         ++statistics_.jumps;

@@ -42,7 +42,7 @@ Jumps::Jumps(const ValueSystem& system) : place_(system.size()) {
 real Jumps::atBegin(ValueIndex value, real u) {
     Piece& piece = pieces_[place_[value]];
     const bool isInside = u >= piece.lower() && u <= piece.upper();
-    if (!piece.isKnown || (!piece.isFresh && !isInside)) {
+    if (!piece.isKnown || (piece.enteredOver == 0 && !isInside)) {
         piece.level = piece.isSign ? (u < 0 ? -1 : 1) : std::trunc(u);
         piece.isKnown = true;
     }
@@ -57,7 +57,8 @@ void Jumps::findExit(Piece& piece, const StepSeries& series, real end) {
         const real border = side < 0 ? piece.lower() : piece.upper();
         if (!std::isfinite(border)) continue;
         series.polynomial(piece.operand, u);
-        u[0] -= border;
+        // It has just come over this border, wherever rounding has left it.
+        u[0] = piece.enteredOver == side ? 0 : u[0] - border;
         const auto leave = [&](real at) {
             if (piece.direction != 0 && std::fabs(at) >= std::fabs(piece.exit)) return;
             piece.exit = at;
@@ -80,7 +81,6 @@ real Jumps::firstExit(const StepSeries& series, real end) {
     real first = end;
     for (Piece& piece : pieces_) {
         findExit(piece, series, end);
-        piece.isFresh = false;
         if (piece.direction != 0 && std::fabs(piece.exit) < std::fabs(first)) first = piece.exit;
     }
     // What leaves at the same place but for rounding leaves together.
@@ -91,12 +91,16 @@ real Jumps::firstExit(const StepSeries& series, real end) {
     return first;
 }
 
+void Jumps::leaveBorders() {
+    for (Piece& piece : pieces_) piece.enteredOver = 0;
+}
+
 ValueIndex Jumps::change() {
     ValueIndex changed = Value::none;
     for (Piece& piece : pieces_) {
         if (piece.direction == 0) continue;
         piece.level = piece.isSign ? -piece.level : piece.level + static_cast<real>(piece.direction);
-        piece.isFresh = true;
+        piece.enteredOver = -piece.direction;
         piece.direction = 0;
         changed = piece.value;
     }

@@ -28,6 +28,9 @@ public:
     /// does. Remembers who leaves; 0 when it is now.
     real firstExit(const StepSeries& series, real end);
 
+    /// A step is done: what stood at a border has gone on from there.
+    void leaveBorders();
+
     /// Those that leave take their next piece. The value of one of them; none when there is none.
     ValueIndex change();
 
@@ -39,8 +42,8 @@ private:
         /// trunc(u), or the sign.
         real level = 0;
         bool isKnown = false;
-        /// Has just changed: its operand stands at the border.
-        bool isFresh = false;
+        /// The border at which its operand stands because it has just come over it: -1 lower, 1 upper, 0 neither.
+        int enteredOver = 0;
         /// Where it leaves, and to which side.
         real exit = 0;
         int direction = 0;

@@ -3,12 +3,20 @@
 #include "adaptive/zero_watch.hpp"
 
 #include <algorithm>
+#include <cmath>
 
 namespace zirk {
 
 std::vector<PolynomialRoot> ZeroWatch::zeros(const std::vector<real>& coefficients, real end) {
     std::vector<PolynomialRoot> found = roots(coefficients, end);
-    const int after = signAfterBegin(coefficients, end);
+    int after = signAfterBegin(coefficients, end);
+    // The zero at the end of the step before, seen once more because rounding has put it on this side.
+    constexpr real atOnce = 0x1p-40L;
+    if (after != sign_ && sign_ != 0 && !found.empty() && std::fabs(found.front().at) <= std::fabs(end) * atOnce &&
+        found.front().rising == (sign_ > 0)) {
+        found.erase(found.begin());
+        after = sign_;
+    }
     if (after != 0 && sign_ != 0 && after != sign_) found.insert(found.begin(), {0, after > 0});
     if (after != 0) sign_ = after;
     if (!found.empty()) sign_ = found.back().rising ? 1 : -1;
