@@ -80,7 +80,7 @@ void AdaptiveRun::evaluateFirst(const std::vector<real>& state, real time, bool 
     std::copy(state.begin(), state.end(), first.begin());
     const auto each = [&](const Arrangement::Group& group, auto term) {
         for (ValueIndex i = group.begin; i < group.end; ++i) {
-            first[i] = term(i, first[arrangement.left[i]], first[arrangement.right[i]]);
+            first[i] = term(i, first[arrangement.instructions[i].a], first[arrangement.instructions[i].b]);
         }
     };
     // The commonest laws without a look at each value.
@@ -105,7 +105,7 @@ void AdaptiveRun::evaluateFirst(const std::vector<real>& state, real time, bool 
                 each(group, [&](ValueIndex i, real a, real) { return a * system.values[i].n; });
                 break;
             case Law::Product:
-                each(group, [](ValueIndex, real a, real b) { return a * b; });
+                each(group, [&](ValueIndex i, real a, real b) { return system.values[i].n * (a * b); });
                 break;
             default:
                 each(group, [&](ValueIndex i, real a, real b) {

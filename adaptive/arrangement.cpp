@@ -3,7 +3,6 @@
 #include "adaptive/arrangement.hpp"
 
 #include <algorithm>
-#include <numeric>
 #include <tuple>
 
 namespace zirk {
@@ -38,20 +37,40 @@ ValueIndex divisorOf(const Value& value, ValueIndex itself) {
     }
 }
 
+/// Variables, and all that rates and watched values are made from.
+std::vector<ValueIndex> neededValues(const ValueSystem& system) {
+    std::vector<char> isNeeded(system.size(), 0);
+    std::vector<ValueIndex> stack(system.rates);
+    stack.insert(stack.end(), system.watched.begin(), system.watched.end());
+    while (!stack.empty()) {
+        const ValueIndex value = stack.back();
+        stack.pop_back();
+        if (value == Value::none || isNeeded[value] != 0) continue;
+        isNeeded[value] = 1;
+        if (value < system.variables) continue;
+        const Value& law = system.values[value];
+        stack.insert(stack.end(), {law.a, law.b, law.side});
+    }
+    std::vector<ValueIndex> needed;
+    for (ValueIndex i = 0; i < system.size(); ++i) {
+        if (i < system.variables || isNeeded[i] != 0) needed.push_back(i);
+    }
+    return needed;
+}
+
 }  // namespace
 
 ValueSystem arranged(const ValueSystem& system) {
     const std::vector<std::uint32_t> level = levelsOf(system);
-    std::vector<ValueIndex> order(system.size());
-    std::iota(order.begin(), order.end(), 0);
+    std::vector<ValueIndex> order = neededValues(system);
     const auto rank = [&](ValueIndex i) {
         const Value& value = system.values[i];
         return std::make_tuple(level[i], !value.isConstant, value.law, value.function);
     };
     std::stable_sort(order.begin() + system.variables, order.end(),
                      [&](ValueIndex x, ValueIndex y) { return rank(x) < rank(y); });
-    std::vector<ValueIndex> place(system.size());
-    for (ValueIndex i = 0; i < system.size(); ++i) place[order[i]] = i;
+    std::vector<ValueIndex> place(system.size(), Value::none);
+    for (ValueIndex i = 0; i < order.size(); ++i) place[order[i]] = i;
     const auto moved = [&](ValueIndex i) { return i == Value::none ? i : place[i]; };
 
     ValueSystem result;
@@ -73,14 +92,51 @@ Arrangement::Arrangement(const ValueSystem& system, int highest)
     giveArrays(system);
     groupValues(system);
     for (ValueIndex i = 0; i < system.size(); ++i) {
-        const Value& value = system.values[i];
-        left.push_back(value.a == Value::none ? 0 : value.a);
-        right.push_back(value.b == Value::none ? 0 : value.b);
+        instructions.push_back(instructionFor(system, i));
         const bool isVariable = i < system.variables;
         if (rising[i] != none) arrays.push_back({rising[i], 1, isVariable});
         if (falling[i] != none) arrays.push_back({falling[i], -1, isVariable});
         if (weighted[i] != none) arrays.push_back({weighted[i], 1, isVariable});
     }
+}
+
+Arrangement::Instruction Arrangement::instructionFor(const ValueSystem& system, ValueIndex c) const {
+    const Value& value = system.values[c];
+    const ValueIndex a = value.a == Value::none ? 0 : value.a;
+    const ValueIndex b = value.b == Value::none ? 0 : value.b;
+    Instruction result{a, b, none, none, none, rising[c], falling[c], weighted[c]};
+    const auto sum = [&](std::uint32_t x, std::uint32_t y) {
+        result.x = x;
+        result.y = y;
+    };
+    switch (value.law) {
+        case Law::Product:
+            sum(rising[a], falling[b]);
+            break;
+        case Law::SquareLaw:
+            sum(rising[a], falling[a]);
+            break;
+        case Law::Quotient:
+        case Law::Reciprocal:
+            sum(rising[b], falling[c]);
+            break;
+        case Law::Root:
+            sum(rising[c], falling[c]);
+            break;
+        case Law::Power:
+            sum(weighted[a], falling[c]);
+            result.z = rising[a];
+            break;
+        case Law::ProductRate:
+            sum(weighted[a], falling[b]);
+            break;
+        case Law::QuotientRate:
+            sum(weighted[c], falling[b]);
+            break;
+        default:
+            break;
+    }
+    return result;
 }
 
 void Arrangement::groupValues(const ValueSystem& system) {

@@ -30,6 +30,21 @@ struct Arrangement {
         ValueIndex end;
     };
 
+    /// What the loop over terms has to know of a value.
+    struct Instruction {
+        /// Operands, 0 for none.
+        ValueIndex a;
+        ValueIndex b;
+        /// Arrays of the sum over x[i] * y[k - i], and of a second one over z[i] * y[k - i].
+        std::uint32_t x;
+        std::uint32_t y;
+        std::uint32_t z;
+        /// Its own arrays.
+        std::uint32_t rising;
+        std::uint32_t falling;
+        std::uint32_t weighted;
+    };
+
     /// An array: the cell of term 0, and the way from term to term.
     struct Array {
         std::uint32_t first;
@@ -54,14 +69,14 @@ struct Arrangement {
     int order;
     /// Variables that have an array.
     std::vector<ValueIndex> keptVariables;
-    /// Operands of all values, 0 for none.
-    std::vector<ValueIndex> left;
-    std::vector<ValueIndex> right;
+    /// Per value.
+    std::vector<Instruction> instructions;
     /// Values by whose term 0 others are divided.
     std::vector<ValueIndex> divisors;
 
 private:
     void giveArrays(const ValueSystem& system);
+    Instruction instructionFor(const ValueSystem& system, ValueIndex c) const;
     void groupValues(const ValueSystem& system);
 };
 

@@ -51,11 +51,13 @@ real firstTerm(const Value& value, real a, real b, real side) {
         case Law::Ratio:
             return a / value.n;
         case Law::ScaleBy:
-        case Law::Product:
             return a * b;
+        case Law::Product:
+            return value.n * (a * b);
         case Law::RatioBy:
-        case Law::Quotient:
             return a / b;
+        case Law::Quotient:
+            return value.n * a / b;
         case Law::Reciprocal:
             return value.n / b;
         case Law::Root:

@@ -30,8 +30,8 @@ enum class Law : std::uint8_t {
     Ratio,         ///< A_k / n
     ScaleBy,       ///< A_k * B_0, B being constant over a step
     RatioBy,       ///< A_k / B_0, likewise
-    Product,       ///< sum over i = 0..k of A_i B_(k-i)
-    Quotient,      ///< (A_k - sum over i = 1..k of B_i c_(k-i)) / B_0
+    Product,       ///< n * sum over i = 0..k of A_i B_(k-i)
+    Quotient,      ///< (n A_k - sum over i = 1..k of B_i c_(k-i)) / B_0
     Reciprocal,    ///< n/B: the same with A = n
     Root,          ///< sqrt A: (A_k - sum over i = 1..k-1 of c_i c_(k-i)) / (2 c_0)
     Power,         ///< A^n: sum over i = 1..k of ((n + 1) i - k) A_i c_(k-i), over k A_0

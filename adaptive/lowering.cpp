@@ -119,14 +119,33 @@ private:
         return make(value);
     }
 
+    /// What a value is a multiple of, and by which factor.
+    struct Multiple {
+        ValueIndex of;
+        real factor;
+    };
+    Multiple multiple(ValueIndex value) const {
+        if (value >= system_.variables) {
+            const Value& law = system_.values[value];
+            if (law.law == Law::Negate) return {law.a, -1};
+            if (law.law == Law::Scale) return {law.a, law.n};
+        }
+        return {value, 1};
+    }
+
     ValueIndex product(ValueIndex a, ValueIndex b) {
         if (isConstant(b)) return make(Law::ScaleBy, a, b);
         if (isConstant(a)) return make(Law::ScaleBy, b, a);
-        return make(Law::Product, a, b);
+        // A factor costs nothing inside the sum.
+        const Multiple left = multiple(a);
+        const Multiple right = multiple(b);
+        return make(Law::Product, left.of, right.of, left.factor * right.factor);
     }
 
     ValueIndex quotient(ValueIndex a, ValueIndex b) {
-        return isConstant(b) ? make(Law::RatioBy, a, b) : make(Law::Quotient, a, b);
+        if (isConstant(b)) return make(Law::RatioBy, a, b);
+        const Multiple numerator = multiple(a);
+        return make(Law::Quotient, numerator.of, b, numerator.factor);
     }
 
     ValueIndex reciprocal(real n, ValueIndex b) {
@@ -150,6 +169,10 @@ private:
     }
 
     ValueIndex byProducts(ValueIndex u, unsigned n) {
+        // The square of a root is what is under it; a root that stays keeps watch over its domain.
+        if (n % 2 == 1 && n > 1 && u >= system_.variables && system_.values[u].law == Law::Root) {
+            return product(byProducts(system_.values[u].a, n / 2), u);
+        }
         ValueIndex result = none;
         for (ValueIndex square = u;; square = product(square, square)) {
             if ((n & 1U) != 0) result = result == none ? square : product(result, square);
@@ -278,6 +301,7 @@ private:
 ValueSystem lower(const FormulaGraph& graph, const std::vector<NodeIndex>& rates,
                   const std::vector<NodeIndex>& watched) {
     ValueSystem system;
+    // Values that became factors may be left without use: the arrangement leaves them out.
     system.variables = static_cast<ValueIndex>(rates.size());
     system.values.resize(rates.size());
     Lowering lowering(graph, system);

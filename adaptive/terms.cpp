@@ -59,16 +59,14 @@ inline T Terms<T>::overOrder(T x, int k) const {
     return x / static_cast<T>(k);
 }
 
-/// Terms from 1 on: of the others rising arrays alone know, the rest adds products with them apart.
+/// Terms from 1 on: of the first ones rising arrays alone know, the rest adds products with them apart.
 template <class T>
-inline void Terms<T>::keep(ValueIndex value, int k, T term) {
-    const auto index = static_cast<std::size_t>(k);
-    const std::uint32_t rising = arrangement_.rising[value];
-    const std::uint32_t falling = arrangement_.falling[value];
-    const std::uint32_t weighted = arrangement_.weighted[value];
-    if (rising != none) cells_[rising + index] = term;
-    if (falling != none) cells_[falling - index] = term;
-    if (weighted != none) cells_[weighted + index] = static_cast<T>(k) * term;
+inline void Terms<T>::keep(const Arrangement::Instruction& to, int k, T term) {
+    T* const cells = cells_.data();
+    const auto n = static_cast<std::size_t>(k);
+    if (to.rising != none) cells[to.rising + n] = term;
+    if (to.falling != none) cells[to.falling - n] = term;
+    if (to.weighted != none) cells[to.weighted + n] = static_cast<T>(k) * term;
 }
 
 template <class T>
@@ -122,10 +120,12 @@ void Terms<T>::advanceVariables(int k) {
     // The scale is a power of two: nothing is rounded here.
     const T factor = scale_ * ofOrder_[static_cast<std::size_t>(k) + 1];
     T* const next = &rows_[at(k + 1)];
+    T* const now = now_.data();
     const ValueIndex* const rates = system_.rates.data();
-    for (ValueIndex i = 0; i < system_.variables; ++i) next[i] = now_[rates[i]] * factor;
-    for (ValueIndex i = 0; i < system_.variables; ++i) now_[i] = next[i];
-    for (const ValueIndex i : arrangement_.keptVariables) keep(i, k + 1, now_[i]);
+    const ValueIndex variables = system_.variables;
+    for (ValueIndex i = 0; i < variables; ++i) next[i] = now[rates[i]] * factor;
+    for (ValueIndex i = 0; i < variables; ++i) now[i] = next[i];
+    for (const ValueIndex i : arrangement_.keptVariables) keep(arrangement_.instructions[i], k + 1, next[i]);
     if (plain_) {
         for (ValueIndex i = 0; i < system_.variables; ++i) history_[i][static_cast<std::size_t>(k) + 1] = now_[i];
     }
@@ -133,30 +133,28 @@ void Terms<T>::advanceVariables(int k) {
 
 template <class T>
 void Terms<T>::runGroups(int k) {
-    const ValueIndex* const left = arrangement_.left.data();
-    const ValueIndex* const right = arrangement_.right.data();
+    using Instruction = Arrangement::Instruction;
+    const Instruction* const instructions = arrangement_.instructions.data();
     T* const now = now_.data();
     const T* const first = first_.data();
     const T* const numbers = numbers_.data();
     T* const cells = cells_.data();
-    const std::uint32_t* const rising = arrangement_.rising.data();
-    const std::uint32_t* const falling = arrangement_.falling.data();
-    const std::uint32_t* const weighted = arrangement_.weighted.data();
     const auto n = static_cast<std::size_t>(k);
     const auto order = static_cast<T>(k);
     const Arrangement::Group* group = nullptr;
     const auto each = [&](auto term) {
         const ValueIndex end = group->end;
         if (!group->isKept) {
-            for (ValueIndex c = group->begin; c < end; ++c) now[c] = term(c, left[c], right[c]);
+            for (ValueIndex c = group->begin; c < end; ++c) now[c] = term(c, instructions[c]);
             return;
         }
         for (ValueIndex c = group->begin; c < end; ++c) {
-            const T result = term(c, left[c], right[c]);
+            const Instruction& i = instructions[c];
+            const T result = term(c, i);
             now[c] = result;
-            if (rising[c] != none) cells[rising[c] + n] = result;
-            if (falling[c] != none) cells[falling[c] - n] = result;
-            if (weighted[c] != none) cells[weighted[c] + n] = order * result;
+            if (i.rising != none) cells[i.rising + n] = result;
+            if (i.falling != none) cells[i.falling - n] = result;
+            if (i.weighted != none) cells[i.weighted + n] = order * result;
         }
     };
     // The sum over i from 1 to k - 1 of x_i y_(k-i). The newest terms are not in it: reading what has just been written
@@ -164,81 +162,80 @@ void Terms<T>::runGroups(int k) {
     const auto inner = [&](std::uint32_t x, std::uint32_t y) {
         return sumOfProducts(&cells[x + 1], &cells[y - n + 1], n - 1);
     };
+    using Index = ValueIndex;
     for (const Arrangement::Group& next : arrangement_.varying) {
         group = &next;
         switch (group->law) {
             case Law::Time:
-                each([&](ValueIndex, ValueIndex, ValueIndex) { return k == 1 ? scale_ : T{0}; });
+                each([&](Index, const Instruction&) { return k == 1 ? scale_ : T{0}; });
                 break;
             case Law::Add:
-                each([&](ValueIndex, ValueIndex a, ValueIndex b) { return now[a] + now[b]; });
+                each([&](Index, const Instruction& i) { return now[i.a] + now[i.b]; });
                 break;
             case Law::Subtract:
-                each([&](ValueIndex, ValueIndex a, ValueIndex b) { return now[a] - now[b]; });
+                each([&](Index, const Instruction& i) { return now[i.a] - now[i.b]; });
                 break;
             case Law::Negate:
             case Law::FromNumber:
-                each([&](ValueIndex, ValueIndex a, ValueIndex) { return -now[a]; });
+                each([&](Index, const Instruction& i) { return -now[i.a]; });
                 break;
             case Law::AddNumber:
-                each([&](ValueIndex, ValueIndex a, ValueIndex) { return now[a]; });
+                each([&](Index, const Instruction& i) { return now[i.a]; });
                 break;
             case Law::Scale:
-                each([&](ValueIndex c, ValueIndex a, ValueIndex) { return now[a] * numbers[c]; });
+                each([&](Index c, const Instruction& i) { return now[i.a] * numbers[c]; });
                 break;
             case Law::Ratio:
-                each([&](ValueIndex c, ValueIndex a, ValueIndex) { return now[a] / numbers[c]; });
+                each([&](Index c, const Instruction& i) { return now[i.a] / numbers[c]; });
                 break;
             case Law::ScaleBy:
-                each([&](ValueIndex, ValueIndex a, ValueIndex b) { return now[a] * first[b]; });
+                each([&](Index, const Instruction& i) { return now[i.a] * first[i.b]; });
                 break;
             case Law::RatioBy:
-                each([&](ValueIndex, ValueIndex a, ValueIndex b) { return overFirst(now[a], b); });
+                each([&](Index, const Instruction& i) { return overFirst(now[i.a], i.b); });
                 break;
             case Law::Product:
-                each([&](ValueIndex, ValueIndex a, ValueIndex b) {
-                    return inner(rising[a], falling[b]) + (first[a] * now[b] + now[a] * first[b]);
+                each([&](Index c, const Instruction& i) {
+                    return numbers[c] * (inner(i.x, i.y) + (first[i.a] * now[i.b] + now[i.a] * first[i.b]));
                 });
                 break;
             case Law::SquareLaw:
-                each([&](ValueIndex c, ValueIndex a, ValueIndex) {
-                    return numbers[c] * (inner(rising[a], falling[a]) + 2 * (first[a] * now[a]));
+                each([&](Index c, const Instruction& i) {
+                    return numbers[c] * (inner(i.x, i.y) + 2 * (first[i.a] * now[i.a]));
                 });
                 break;
             case Law::Quotient:
-                each([&](ValueIndex c, ValueIndex a, ValueIndex b) {
-                    return overFirst(now[a] - (inner(rising[b], falling[c]) + now[b] * first[c]), b);
+                each([&](Index c, const Instruction& i) {
+                    return overFirst(numbers[c] * now[i.a] - (inner(i.x, i.y) + now[i.b] * first[c]), i.b);
                 });
                 break;
             case Law::Reciprocal:
-                each([&](ValueIndex c, ValueIndex, ValueIndex b) {
-                    return -overFirst(inner(rising[b], falling[c]) + now[b] * first[c], b);
+                each([&](Index c, const Instruction& i) {
+                    return -overFirst(inner(i.x, i.y) + now[i.b] * first[c], i.b);
                 });
                 break;
             case Law::Root:
-                each([&](ValueIndex c, ValueIndex a, ValueIndex) {
-                    return overFirst((now[a] - inner(rising[c], falling[c])) / 2, c);
-                });
+                each([&](Index c, const Instruction& i) { return overFirst((now[i.a] - inner(i.x, i.y)) / 2, c); });
                 break;
             case Law::Power:
-                each([&](ValueIndex c, ValueIndex a, ValueIndex) {
-                    const T newest = now[a] * first[c];
-                    const T heavy = (inner(weighted[a], falling[c]) + order * newest) * (numbers[c] + 1);
-                    return overFirst(overOrder(heavy, k) - (inner(rising[a], falling[c]) + newest), a);
+                each([&](Index c, const Instruction& i) {
+                    const T newest = now[i.a] * first[c];
+                    const T heavy = (inner(i.x, i.y) + order * newest) * (numbers[c] + 1);
+                    return overFirst(overOrder(heavy, k) - (inner(i.z, i.y) + newest), i.a);
                 });
                 break;
             case Law::ProductRate:
-                each([&](ValueIndex c, ValueIndex a, ValueIndex b) {
-                    return numbers[c] * (overOrder(inner(weighted[a], falling[b]), k) + now[a] * first[b]);
+                each([&](Index c, const Instruction& i) {
+                    return numbers[c] * (overOrder(inner(i.x, i.y), k) + now[i.a] * first[i.b]);
                 });
                 break;
             case Law::QuotientRate:
-                each([&](ValueIndex c, ValueIndex a, ValueIndex b) {
-                    return overFirst(numbers[c] * now[a] - overOrder(inner(weighted[c], falling[b]), k), b);
+                each([&](Index c, const Instruction& i) {
+                    return overFirst(numbers[c] * now[i.a] - overOrder(inner(i.x, i.y), k), i.b);
                 });
                 break;
             default:
-                each([&](ValueIndex, ValueIndex, ValueIndex) { return T{0}; });
+                each([&](Index, const Instruction&) { return T{0}; });
         }
     }
 }
@@ -299,11 +296,11 @@ T Terms<T>::lawfulTerm(ValueIndex c, int k) const {
         case Law::RatioBy:
             return overFirst(term(a, k), b);
         case Law::Product:
-            return inner(a, b) + (term(a, 0) * term(b, k) + term(a, k) * term(b, 0));
+            return n * (inner(a, b) + (term(a, 0) * term(b, k) + term(a, k) * term(b, 0)));
         case Law::SquareLaw:
             return n * (inner(a, a) + 2 * (term(a, 0) * term(a, k)));
         case Law::Quotient:
-            return overFirst(term(a, k) - (inner(b, c) + term(b, k) * term(c, 0)), b);
+            return overFirst(n * term(a, k) - (inner(b, c) + term(b, k) * term(c, 0)), b);
         case Law::Reciprocal:
             return -overFirst(inner(b, c) + term(b, k) * term(c, 0), b);
         case Law::Root:
@@ -329,7 +326,7 @@ void Terms<T>::run(int first, int last) {
             for (ValueIndex i = system_.variables; i < system_.size(); ++i) {
                 now_[i] = lawfulTerm(i, k);
                 history_[i][static_cast<std::size_t>(k)] = now_[i];
-                keep(i, k, now_[i]);
+                keep(arrangement_.instructions[i], k, now_[i]);
             }
         } else {
             runGroups(k);

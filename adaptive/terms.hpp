@@ -48,7 +48,7 @@ private:
     std::size_t at(int k) const { return static_cast<std::size_t>(k) * system_.variables; }
     void runGroups(int k);
     T lawfulTerm(ValueIndex value, int k) const;
-    void keep(ValueIndex value, int k, T term);
+    void keep(const Arrangement::Instruction& to, int k, T term);
     void advanceVariables(int k);
     T overFirst(T x, ValueIndex value) const;
     T overOrder(T x, int k) const;
