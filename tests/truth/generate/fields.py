@@ -57,7 +57,7 @@ am = (25 - v)/10/(exp((25 - v)/10) - 1);
 an = (10 - v)/100/(exp((10 - v)/10) - 1);
 am0 = 2.5/(exp(2.5) - 1);
 an0 = 0.1/(exp(1) - 1);
-""", Asked('v m h n', at='1 5 10 25 50'),
+""", Asked('v m h n', at='1 5 10 25 50'), cancels=True,
         source="A. L. Hodgkin, A. F. Huxley, J. Physiol. 117 (1952) 500-544, the sign of the voltage turned round; the rates up\n"
         "of m and n are 0/0 where v is 25 and 10.")
 

@@ -8,7 +8,8 @@ Tolerances: 1e-18 of the value, and what rounding to 64 bits must be expected to
 the problem is solved by the same Taylor series, in steps like those of the command, in arithmetic of 58 to 63 bits, and
 the largest of the errors, each scaled to 64 bits, is taken. So it contains how the problem answers to decimals that are
 not binary numbers (0.1), to rounding at any moment and to the length of the run. What is demanded of a problem replaces
-this, unless the value is zero but for rounding.
+this, unless the value is zero but for rounding. Where a formula cancels for a moment, as u/(exp(u) - 1) at u = 0 does,
+only literals and the state after each step are rounded: series of 58 bits would go to pieces there.
 """
 import os
 import sys
@@ -97,9 +98,10 @@ class Asked:
 
 class Problem:
     def __init__(self, name, text, *asked, digits=40, maxStep=None, start='0', source='', columns=22, parts=1,
-                 confirm=True):
+                 confirm=True, cancels=False):
         self.name, self.text, self.asked, self.digits, self.maxStep = name, text, asked, digits, maxStep
         self.start, self.source, self.columns, self.parts, self.confirm = start, source, columns, parts, confirm
+        self.cancels = cancels
         ALL[name] = self
 
     def make(self):
@@ -226,9 +228,10 @@ class Problem:
         units = [[mpfr(0)] * len(values) for _, values in rows]
         timeUnits = [mpfr(0)] * len(rows)
         for bits in range(58, 64):
-            precision(bits)
+            precision(200 if self.cancels else bits)
             system = System(self.text, asked.columns + asked.watched())
-            rough, _ = asked.solve(system, self.start, order=27, maxStep=self.maxStep)
+            rough, _ = asked.solve(system, self.start, order=27, maxStep=self.maxStep,
+                                   rounded=bits if self.cancels else 0)
             precision(200)
             if len(rough) != len(rows):
                 raise Disagreement(f'{self.name}: {len(rough)} rows in {bits} bits')

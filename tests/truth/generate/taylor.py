@@ -22,7 +22,8 @@ class Values:
     """Values of all nodes at one moment, or of the rates alone, by the functions themselves; `held` gives the value of
     each trunc."""
 
-    def __init__(self, system):
+    def __init__(self, system, rounded=0):
+        self.rounded = rounded
         self.all = self.program(system, range(len(system.nodes)))
         self.rates = self.program(system, system.rateOf)
 
@@ -44,7 +45,7 @@ class Values:
                 continue
             kind = node[0]
             if kind == 'number':
-                space[f'c{i}'] = mpfr(node[1])
+                space[f'c{i}'] = mpfr(node[1], self.rounded)
                 text = f'c{i}'
             elif kind == 'pi':
                 space[f'c{i}'] = gmpy2.const_pi()
@@ -74,12 +75,12 @@ class Values:
 class Series:
     """Coefficients of all nodes around one moment."""
 
-    def __init__(self, system):
+    def __init__(self, system, rounded=0):
         self.system = system
         self.c = [[] for _ in system.nodes]
         self.extra = {}
         self.work = [self.worker(i, node) for i, node in enumerate(system.nodes)]
-        self.numbers = {i: (mpfr(n[1]) if n[0] == 'number' else gmpy2.const_pi())
+        self.numbers = {i: (mpfr(n[1], rounded) if n[0] == 'number' else gmpy2.const_pi())
                         for i, n in enumerate(system.nodes) if n[0] in ('number', 'pi')}
 
     def expand(self, t, y, held, order):
@@ -203,12 +204,13 @@ def horner(c, h):
 
 
 class Run:
-    """A run in the precision of the current context of gmpy2."""
+    """A run in the precision of the current context of gmpy2. With `rounded`, literals and the state after each step are
+    rounded to so many bits, but not what happens in between."""
 
-    def __init__(self, system, start='0', digits=40, maxStep=None, order=None):
-        self.system = system
-        self.values = Values(system)
-        self.series = Series(system)
+    def __init__(self, system, start='0', digits=40, maxStep=None, order=None, rounded=0):
+        self.system, self.rounded = system, rounded
+        self.values = Values(system, rounded)
+        self.series = Series(system, rounded)
         self.order = order or int(digits * 2.302585 / 2) + 2
         self.maxStep = maxStep
         self.t = mpfr(start)
@@ -288,7 +290,7 @@ class Run:
         self.polynomials = [list(p) for p in c]
         self.heldOn.append(dict(self.held))
         self.lastHeld = self.heldOn[-1]
-        self.y = [horner(p, h) for p in c]
+        self.y = [mpfr(horner(p, h), self.rounded) for p in c]
         self.t = end if arrives else self.t + h
         self.grid.append(self.t)
         self.steps += 1
