@@ -16,9 +16,6 @@ void addExactly(real a, real b, real& sum, real& rest) {
     rest = (a - (sum - part)) + (b - part);
 }
 
-/// Longer against the step before than this, a step may not be.
-constexpr real mostGrowth = 8;
-
 /// Where nothing limits a step, its length stops growing here.
 constexpr real longestEver = 0x1p1000L;
 
@@ -168,7 +165,7 @@ AdaptiveRun::Trial AdaptiveRun::firstTrial(real end) {
         Trial trial;
         trial.length = chooseLength();
         if (std::isnan(trial.length)) failShort(machine_->size.limiting());
-        if (naturalLength_ > 0) trial.length = std::min(trial.length, naturalLength_ * mostGrowth / std::fabs(scale_));
+        if (naturalLength_ > 0) trial.length = std::min(trial.length, naturalLength_ * growth_ / std::fabs(scale_));
         if (options_.maxStep > 0) trial.length = std::min(trial.length, options_.maxStep / std::fabs(scale_));
         if (isTooShort(trial.length)) failShort(machine_->size.limiting());
         trial.natural = trial.length;
@@ -210,13 +207,18 @@ bool AdaptiveRun::step(real end) {
     if (end == time_) return false;
     prepare(end);
     Trial trial = firstTrial(end);
-    for (ValueIndex bad = tryStep(trial); bad != Value::none; bad = tryStep(trial)) {
+    for (;;) {
+        const ValueIndex bad = tryStep(trial);
+        const bool keepsDigits =
+            bad != Value::none || machine_->size.keepsDigits(machine_->series, trial.length, nextState_, nextFirst_);
+        if (bad == Value::none && keepsDigits) break;
+        trial.losesDigits = !keepsDigits;
         ++statistics_.repeated;
-        trial.length /= 2;
+        trial.length *= keepsDigits ? 0.5L : 0.75L;
         trial.natural = trial.length;
         trial.endsAtJump = false;
         if (isTooShort(trial.length)) {
-            if (!std::isfinite(nextFirst_[bad])) failAt(trial.time, bad, nextFirst_[bad]);
+            if (bad != Value::none && !std::isfinite(nextFirst_[bad])) failAt(trial.time, bad, nextFirst_[bad]);
             failShort(bad);
         }
         placeEnd(trial, end);
@@ -248,6 +250,8 @@ void AdaptiveRun::accept(const Trial& trial) {
     if (wide_ == 0 || statistics_.steps % 16 == 0) {
         wide_ = machine_->size.wideTermsFor(machine_->series, trial.length);
     }
+    // Where digits would be lost, the step feels its way.
+    growth_ = trial.losesDigits ? real{1.1L} : std::min(mostGrowth, growth_ * 2);
     naturalLength_ = std::min(trial.natural * std::fabs(scale_), longestEver);
 }
 

@@ -44,12 +44,17 @@ public:
     const IntegratorStatistics& statistics() const { return statistics_; }
 
 private:
+    /// Longer against the step before than this, a step may not be.
+    static constexpr real mostGrowth = 8;
+
     /// A step as it is tried.
     struct Trial {
         /// Length in units of the scale.
         real length = 0;
         /// What it would be without the end of the run or a jump.
         real natural = 0;
+        /// Whether the sum of its terms would have lost digits at a greater length.
+        bool losesDigits = false;
         /// Its end, as the sum of two numbers.
         real time = 0;
         real timeRest = 0;
@@ -98,6 +103,8 @@ private:
     /// What it would have been without the end of the run or a jump.
     real naturalLength_ = 0;
     real scale_ = 0;
+    /// How much longer than the last step the next one may be.
+    real growth_ = mostGrowth;
     int wide_ = 0;
     std::vector<ZeroCrossing> crossings_;
 

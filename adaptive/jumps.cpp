@@ -41,7 +41,8 @@ Jumps::Jumps(const ValueSystem& system) : place_(system.size()) {
 
 real Jumps::atBegin(ValueIndex value, real u) {
     Piece& piece = pieces_[place_[value]];
-    const bool isInside = u >= piece.lower() && u <= piece.upper();
+    // At a border it may stand still: there what it is decides, and where it goes when it moves.
+    const bool isInside = u > piece.lower() && u < piece.upper();
     if (!piece.isKnown || (piece.enteredOver == 0 && !isInside)) {
         piece.level = piece.isSign ? (u < 0 ? -1 : 1) : std::trunc(u);
         piece.isKnown = true;

@@ -62,7 +62,11 @@ real sizeOf(const StepSeries& series, ValueIndex value) {
 
 int orderFor(real tolerance) {
     constexpr real least = 4;
-    return static_cast<int>(std::max(least, std::ceil(1 - std::log(tolerance * cutOff) / 2)));
+    // Two where the work of a step grows with the square of the order. Here it grows with less: sums take two products
+    // at a time, and much of a step does not depend on the order. Higher still would cost less on orbits, but lets sums
+    // of entire functions lose digits.
+    constexpr real work = 1.6L;
+    return static_cast<int>(std::max(least, std::ceil(1 - std::log(tolerance * cutOff) / work)));
 }
 
 StepSize::StepSize(const ValueSystem& system, real tolerance)
@@ -89,8 +93,8 @@ void StepSize::weigh(const StepSeries& series) {
     std::fill(weights_.begin(), weights_.end(), real{0});
     take(0, 2);
     if (largest == 0) take(3, series.order());
-    const real floor = largest > 0 ? largest * smallestShare : 1;
-    for (real& weight : weights_) weight = std::max(weight, floor);
+    floor_ = largest > 0 ? largest * smallestShare : 1;
+    for (real& weight : weights_) weight = std::max(weight, floor_);
 }
 
 real StepSize::relativeTerm(const StepSeries& series, int k) const { return series.largest(k, weights_); }
@@ -152,6 +156,26 @@ int StepSize::wideTermsFor(const StepSeries& series, real step) const {
         if (!(relativeTerm(series, k) * power(step, k) <= most)) break;
     }
     return k;
+}
+
+bool StepSize::keepsDigits(const StepSeries& series, real step, const std::vector<real>& end,
+                           const std::vector<real>& values) const {
+    const real length = std::fabs(step * series.scale());
+    // Three bits of 64.
+    constexpr real most = 3;
+    // Where solutions have no singularities, steps are long and terms rise before they fall: x^k/k! is greatest at k =
+    // x.
+    for (const int k : {2, 4, 6}) {
+        if (k > series.order()) break;
+        const real factor = power(step, k);
+        for (ValueIndex i = 0; i < system_.variables; ++i) {
+            const real term = std::fabs(series.variableTerm(i, k)) * factor;
+            if (term <= most * std::fabs(end[i]) || term <= most * length * std::fabs(values[system_.rates[i]]))
+                continue;
+            if (term > floor_) return false;
+        }
+    }
+    return true;
 }
 
 bool StepSize::agrees(const StepSeries& series, ValueIndex value, real step, real actual) const {

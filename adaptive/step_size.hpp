@@ -8,8 +8,8 @@
 
 namespace zirk {
 
-/// The order that takes the least work for a tolerance: about 1 - ln(tolerance)/2 (A. Jorba, M. Zou, Experimental
-/// Mathematics 14 (2005), section 3.2).
+/// The order that takes the least work for a tolerance: 1 - ln(tolerance)/2 where the work grows with its square (A.
+/// Jorba, M. Zou, Experimental Mathematics 14 (2005), section 3.2), and higher where it grows with less.
 int orderFor(real tolerance);
 
 /// Judges the terms of one step after the other.
@@ -30,6 +30,11 @@ public:
     /// Whether a function whose polynomial ends at `expected` has the value `actual` at the end of the step.
     bool agrees(const StepSeries& series, ValueIndex value, real step, real actual) const;
 
+    /// Whether the sums of the variables keep their digits: a term much larger than what is left at the end takes them
+    /// away. `values`: all values at the end.
+    bool keepsDigits(const StepSeries& series, real step, const std::vector<real>& end,
+                     const std::vector<real>& values) const;
+
     /// Functions, and what else has a polynomial that has to be right.
     const std::vector<ValueIndex>& checked() const { return checked_; }
 
@@ -45,6 +50,8 @@ private:
     const ValueSystem& system_;
     real tolerance_;
     std::vector<real> weights_;
+    /// Least weight at the present step.
+    real floor_ = 0;
     std::vector<ValueIndex> checked_;
     std::vector<char> isWatched_;
     ValueIndex limiting_ = Value::none;

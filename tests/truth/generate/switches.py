@@ -61,7 +61,7 @@ x'' = -x + 1 - 2*odd;
 Problem('trunc-of-state', """
 // Jumps where the state says, at times that no formula of t gives; the jump of n is felt by x, and drives it on, so that
 // it never slides along a jump.
-x'' = -x + 0.05*trunc(3*x') & 2;
+x'' = -x + 0.05*trunc(3*x') & 1.97;
 n = trunc(3*x');
 y' = trunc(4*sin(t)) + trunc(5*x);
 z' = trunc(t*t/3)*cos(t);
