@@ -36,8 +36,14 @@ Terms<T>::Terms(const ValueSystem& system, const Arrangement& arrangement, bool 
       reciprocal_(system.size()),
       plain_(plain) {
     for (int k = 0; k <= arrangement.order; ++k) ofOrder_.push_back(1 / static_cast<T>(k));
-    for (const Value& value : system.values) numbers_.push_back(static_cast<T>(value.n));
-    if (plain) history_.assign(system.size(), std::vector<T>(static_cast<std::size_t>(arrangement.order) + 1));
+    for (const Value& value : system.values) {
+        numbers_.push_back(static_cast<T>(value.n));
+        numbersFit_ = numbersFit_ && fitsDouble(value.n);
+    }
+    if (plain) {
+        history_.assign(system.size(), std::vector<T>(static_cast<std::size_t>(arrangement.order) + 1));
+        weightedHistory_ = history_;
+    }
 }
 
 template <class T>
@@ -72,6 +78,12 @@ inline void Terms<T>::keep(ValueIndex value, int k, T term) {
 }
 
 template <class T>
+void Terms<T>::remember(ValueIndex value, int k, T term) {
+    history_[value][static_cast<std::size_t>(k)] = term;
+    weightedHistory_[value][static_cast<std::size_t>(k)] = static_cast<T>(k) * term;
+}
+
+template <class T>
 void Terms<T>::begin(const std::vector<real>& first, T scale) {
     scale_ = scale;
     for (ValueIndex i = 0; i < system_.size(); ++i) {
@@ -91,6 +103,7 @@ void Terms<T>::begin(const std::vector<real>& first, T scale) {
 template <class T>
 template <class Other>
 bool Terms<T>::continueFrom(const Terms<Other>& before, int order) {
+    if (!numbersFit_ || !fitsDouble(before.scale_)) return false;
     scale_ = static_cast<T>(before.scale_);
     for (ValueIndex i = 0; i < system_.size(); ++i) {
         if (!fitsDouble(before.first_[i])) return false;
@@ -111,7 +124,10 @@ bool Terms<T>::continueFrom(const Terms<Other>& before, int order) {
     if (plain_) {
         for (ValueIndex i = 0; i < system_.size(); ++i) {
             const std::size_t last = static_cast<std::size_t>(order) + (i < system_.variables ? 1 : 0);
-            for (std::size_t k = 0; k < last; ++k) history_[i][k] = static_cast<T>(before.history_[i][k]);
+            for (std::size_t k = 0; k < last; ++k) {
+                history_[i][k] = static_cast<T>(before.history_[i][k]);
+                weightedHistory_[i][k] = static_cast<T>(before.weightedHistory_[i][k]);
+            }
         }
     }
     return true;
@@ -120,13 +136,13 @@ bool Terms<T>::continueFrom(const Terms<Other>& before, int order) {
 template <class T>
 void Terms<T>::advanceVariables(int k) {
     const T factor = scale_ / static_cast<T>(k + 1);
-    T* const next = &rows_[at(k + 1)];
+    T* const next = rows_.data() + at(k + 1);
     const ValueIndex* const rates = system_.rates.data();
     for (ValueIndex i = 0; i < system_.variables; ++i) next[i] = now_[rates[i]] * factor;
     for (ValueIndex i = 0; i < system_.variables; ++i) now_[i] = next[i];
     for (const ValueIndex i : arrangement_.keptVariables) keep(i, k + 1, now_[i]);
     if (plain_) {
-        for (ValueIndex i = 0; i < system_.variables; ++i) history_[i][static_cast<std::size_t>(k) + 1] = now_[i];
+        for (ValueIndex i = 0; i < system_.variables; ++i) remember(i, k + 1, now_[i]);
     }
 }
 
@@ -251,7 +267,8 @@ T Terms<T>::lawfulTerm(ValueIndex c, int k) const {
         return orderedSum(k, [&](int i) { return term(x, i) * term(y, k - i); }, T{});
     };
     const auto innerWeighted = [&](ValueIndex x, ValueIndex y) {
-        return orderedSum(k, [&](int i) { return static_cast<T>(i) * term(x, i) * term(y, k - i); }, T{});
+        const std::vector<T>& weighted = weightedHistory_[x];
+        return orderedSum(k, [&](int i) { return weighted[static_cast<std::size_t>(i)] * term(y, k - i); }, T{});
     };
     switch (value.law) {
         case Law::Time:
@@ -303,7 +320,7 @@ void Terms<T>::run(int first, int last) {
         if (plain_) {
             for (ValueIndex i = system_.variables; i < system_.size(); ++i) {
                 now_[i] = lawfulTerm(i, k);
-                history_[i][static_cast<std::size_t>(k)] = now_[i];
+                remember(i, k, now_[i]);
                 keep(i, k, now_[i]);
             }
         } else {
