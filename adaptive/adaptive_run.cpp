@@ -264,6 +264,7 @@ void AdaptiveRun::findCrossings(const Trial& trial) {
     std::stable_sort(crossings_.begin(), crossings_.end(), [&](const ZeroCrossing& a, const ZeroCrossing& b) {
         return forwards ? a.time < b.time : a.time > b.time;
     });
+    machine_->jumps.moveOn();
 }
 
 void AdaptiveRun::read(Evaluation& evaluation, real time, real* values) {

@@ -26,6 +26,12 @@ real Jumps::Piece::upper() const {
     return level < 0 ? level : level + 1;
 }
 
+bool Jumps::Piece::standsAtBorder(real u) const {
+    // Another jump at the same time may have carried the operand away.
+    constexpr real near = 0x1p-10L;
+    return entered != 0 && std::fabs(u - border(-entered)) < near;
+}
+
 Jumps::Jumps(const ValueSystem& system) : place_(system.size()) {
     for (ValueIndex i = system.variables; i < system.size(); ++i) {
         const Value& value = system.values[i];
@@ -42,7 +48,8 @@ Jumps::Jumps(const ValueSystem& system) : place_(system.size()) {
 real Jumps::atBegin(ValueIndex value, real u) {
     Piece& piece = pieces_[place_[value]];
     const bool isInside = u >= piece.lower() && u <= piece.upper();
-    if (!piece.isKnown || (!piece.isFresh && !isInside)) {
+    if (!piece.standsAtBorder(u)) piece.entered = 0;
+    if (!piece.isKnown || (piece.entered == 0 && !isInside)) {
         piece.level = piece.isSign ? (u < 0 ? -1 : 1) : std::trunc(u);
         piece.isKnown = true;
     }
@@ -54,17 +61,20 @@ void Jumps::findExit(Piece& piece, const StepSeries& series, real end) {
     piece.direction = 0;
     std::vector<real> u;
     for (const int side : {-1, 1}) {
-        const real border = side < 0 ? piece.lower() : piece.upper();
+        const real border = piece.border(side);
         if (!std::isfinite(border)) continue;
         series.polynomial(piece.operand, u);
         u[0] -= border;
+        if (piece.entered == -side) u[0] = 0;
         const auto leave = [&](real at) {
             if (piece.direction != 0 && std::fabs(at) >= std::fabs(piece.exit)) return;
             piece.exit = at;
             piece.direction = side;
         };
-        // Inside, u - border has the sign -side.
-        if (signAfterBegin(u, end) == side) {
+        // Inside, u - border has the sign -side. What rests on a border belongs to the piece away from zero.
+        const int sign = signAfterBegin(u, end);
+        const bool isOutward = piece.isSign ? side > 0 : static_cast<real>(side) * piece.level >= 0;
+        if (sign == side || (isOutward && std::all_of(u.begin(), u.end(), [](real c) { return c == 0; }))) {
             leave(0);
         } else {
             for (const PolynomialRoot& root : roots(u, end)) {
@@ -80,7 +90,6 @@ real Jumps::firstExit(const StepSeries& series, real end) {
     real first = end;
     for (Piece& piece : pieces_) {
         findExit(piece, series, end);
-        piece.isFresh = false;
         if (piece.direction != 0 && std::fabs(piece.exit) < std::fabs(first)) first = piece.exit;
     }
     // What leaves at the same place but for rounding leaves together.
@@ -96,11 +105,15 @@ ValueIndex Jumps::change() {
     for (Piece& piece : pieces_) {
         if (piece.direction == 0) continue;
         piece.level = piece.isSign ? -piece.level : piece.level + static_cast<real>(piece.direction);
-        piece.isFresh = true;
+        piece.entered = piece.direction;
         piece.direction = 0;
         changed = piece.value;
     }
     return changed;
+}
+
+void Jumps::moveOn() {
+    for (Piece& piece : pieces_) piece.entered = 0;
 }
 
 }  // namespace zirk

@@ -75,6 +75,7 @@ StepSize::StepSize(const ValueSystem& system, real tolerance)
     for (ValueIndex i = system.variables; i < system.size(); ++i) {
         const Value& value = system.values[i];
         if (!value.isConstant && (isFunction(value) || isWatched_[i] != 0)) checked_.push_back(i);
+        if (!value.isConstant && isWatched_[i] != 0) watched_.push_back(i);
     }
 }
 
@@ -94,6 +95,26 @@ void StepSize::weigh(const StepSeries& series) {
 }
 
 real StepSize::relativeTerm(const StepSeries& series, int k) const { return series.largest(k, weights_); }
+
+/// The same with what is watched: its zeros are located on its own polynomial.
+real StepSize::visibleTerm(const StepSeries& series, int k) const {
+    real most = relativeTerm(series, k);
+    for (const ValueIndex value : watched_) {
+        const real size = sizeOf(series, value);
+        if (k < series.order() && size > 0) most = std::max(most, std::fabs(series.valueTerm(value, k)) / size);
+    }
+    return most;
+}
+
+/// Where terms stop being numbers: what an operation or function has made at the lowest order.
+ValueIndex StepSize::firstNotFinite(const StepSeries& series) const {
+    for (int k = 1; k < series.order(); ++k) {
+        for (const ValueIndex value : checked_) {
+            if (!std::isfinite(series.valueTerm(value, k))) return value;
+        }
+    }
+    return Value::none;
+}
 
 void StepSize::consider(ValueIndex value, real ratio, int k, real tolerance, real& step) {
     if (std::isnan(ratio)) step = ratio;
@@ -140,14 +161,14 @@ void StepSize::limitFlat(const StepSeries& series, ValueIndex value, real& step)
 bool StepSize::doublesSuffice(const StepSeries& series, real step) const {
     if (series.wide() >= series.order()) return true;
     const int k = series.wide() + 1;
-    return relativeTerm(series, k) * power(step, k) <= 16 * tolerance_ * doubleShare;
+    return visibleTerm(series, k) * power(step, k) <= 16 * tolerance_ * doubleShare;
 }
 
 int StepSize::wideTermsFor(const StepSeries& series, real step) const {
     const real most = tolerance_ * doubleShare;
     int k = series.order();
     for (; k > 1; --k) {
-        if (!(relativeTerm(series, k) * power(step, k) <= most)) break;
+        if (!(visibleTerm(series, k) * power(step, k) <= most)) break;
     }
     return k;
 }

@@ -40,6 +40,8 @@ private:
     void consider(ValueIndex value, real ratio, int k, real tolerance, real& step);
     void limitFlat(const StepSeries& series, ValueIndex value, real& step);
     real relativeTerm(const StepSeries& series, int k) const;
+    real visibleTerm(const StepSeries& series, int k) const;
+    ValueIndex firstNotFinite(const StepSeries& series) const;
 
     const ValueSystem& system_;
     real tolerance_;
@@ -48,5 +50,7 @@ private:
     std::vector<char> isWatched_;
     ValueIndex limiting_ = Value::none;
 };
+    /// Those whose zeros are located.
+    std::vector<ValueIndex> watched_;
 
 }  // namespace zirk
