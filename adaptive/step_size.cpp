@@ -151,7 +151,12 @@ void StepSize::limitFlat(const StepSeries& series, ValueIndex value, real& step)
     // not say when it will: the operand may come half as near to zero, where functions live.
     if (std::fabs(series.valueTerm(value, 0)) > tiny && std::fabs(series.valueTerm(value, 1)) > tiny) return;
     const ValueIndex operand = system_.values[value].a;
-    const real most = std::max(std::fabs(series.valueTerm(operand, 0)) / 2, real{1});
+    const real at = std::fabs(series.valueTerm(operand, 0));
+    const real first = std::fabs(series.valueTerm(value, 0));
+    const real slope = std::fabs(series.valueTerm(value, 1));
+    const bool isSaturated = at > 8 && slope <= first * std::fabs(series.valueTerm(operand, 1)) * 0x1p-10L;
+    if (first > tiny && slope > tiny && !isSaturated) return;
+    const real most = std::max(at / 2, real{1});
     for (int k = 1; k < series.order(); ++k) {
         const real term = std::fabs(series.valueTerm(operand, k));
         if (term > 0) consider(value, term, k, most / 2, step);
