@@ -153,6 +153,12 @@ void AdaptiveRun::placeEnd(Trial& trial, real end) const {
     }
     addExactly(time_, length + timeRest_, trial.time, trial.timeRest);
 }
+    if (trial.endsAtJump) return;
+    // A step may as well end at a number: formulas with the time in them are evaluated there, not next to it. Not beyond
+    // what was asked for.
+    if (trial.timeRest != 0 && (trial.timeRest < 0) == (scale_ > 0)) trial.time = std::nextafter(trial.time, time_);
+    trial.length = ((trial.time - time_) - timeRest_) / scale_;
+    trial.timeRest = 0;
 
 bool AdaptiveRun::isTooShort(real length) const {
     constexpr real places = 0x1p-61L;
