@@ -136,7 +136,10 @@ real StepSize::longest(const StepSeries& series) {
         const real tolerance = isWatched_[value] != 0 ? tolerance_ * cutOff : functionTolerance;
         for (const int k : {p - 2, p - 1}) {
             const real term = std::fabs(series.valueTerm(value, k));
-            if (!std::isfinite(term)) return std::nan("");
+            if (!std::isfinite(term)) {
+                limiting_ = firstNotFinite(series);
+                return std::nan("");
+            }
             if (size > tiny && term > 0) consider(value, term / size, k, tolerance, step);
         }
         limitFlat(series, value, step);
@@ -149,7 +152,6 @@ void StepSize::limitFlat(const StepSeries& series, ValueIndex value, real& step)
     if (law != Law::ProductRate && law != Law::QuotientRate) return;
     // Where a function does not move though its operand does (an exponential that is 0, a saturated tanh), its terms do
     // not say when it will: the operand may come half as near to zero, where functions live.
-    if (std::fabs(series.valueTerm(value, 0)) > tiny && std::fabs(series.valueTerm(value, 1)) > tiny) return;
     const ValueIndex operand = system_.values[value].a;
     const real at = std::fabs(series.valueTerm(operand, 0));
     const real first = std::fabs(series.valueTerm(value, 0));

@@ -48,9 +48,9 @@ private:
     std::vector<real> weights_;
     std::vector<ValueIndex> checked_;
     std::vector<char> isWatched_;
-    ValueIndex limiting_ = Value::none;
-};
     /// Those whose zeros are located.
     std::vector<ValueIndex> watched_;
+    ValueIndex limiting_ = Value::none;
+};
 
 }  // namespace zirk
