@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace zirk {
 
@@ -59,7 +60,8 @@ std::size_t AdaptiveRun::watch(const Expression& expression, Crossing which) {
 
 void AdaptiveRun::prepare(real end) {
     if (isStale_) {
-        machine_ = std::make_unique<Machine>(graph_, rates_, watchedFormulas_, options_);
+        auto machine = std::make_unique<Machine>(graph_, rates_, watchedFormulas_, options_);
+        machineBefore_ = std::exchange(machine_, std::move(machine));
         isStale_ = false;
         isFirstCurrent_ = false;
         wide_ = 0;
@@ -141,7 +143,6 @@ real AdaptiveRun::chooseLength() {
 void AdaptiveRun::placeEnd(Trial& trial, real end) const {
     const real rest = (end - time_) - timeRest_;
     const real length = trial.length * scale_;
-    // What is left is made two steps when the second would be a small one.
     if (!(std::fabs(length) < std::fabs(rest))) {
         trial.length = rest / scale_;
         trial.time = end;
@@ -149,6 +150,12 @@ void AdaptiveRun::placeEnd(Trial& trial, real end) const {
         return;
     }
     addExactly(time_, length + timeRest_, trial.time, trial.timeRest);
+    if (trial.endsAtJump) return;
+    // A step may as well end at a number: formulas with the time in them are evaluated there, not next to it. Not
+    // beyond what was asked for.
+    if (trial.timeRest != 0 && (trial.timeRest < 0) == (scale_ > 0)) trial.time = std::nextafter(trial.time, time_);
+    trial.length = ((trial.time - time_) - timeRest_) / scale_;
+    trial.timeRest = 0;
 }
 
 bool AdaptiveRun::isTooShort(real length) const {
@@ -205,6 +212,24 @@ ValueIndex AdaptiveRun::tryStep(const Trial& trial) {
 
 bool AdaptiveRun::step(real end) {
     if (end == time_) return false;
+    try {
+        return tryToStep(end);
+    } catch (const RunError&) {
+        restoreSeries();
+        throw;
+    }
+}
+
+void AdaptiveRun::restoreSeries() {
+    if (machineBefore_ != nullptr) {
+        machine_ = std::move(machineBefore_);
+        isStale_ = true;
+    } else if (statistics_.steps > 0) {
+        machine_->series.expand(beginFirst_, beginScale_, beginWide_);
+    }
+}
+
+bool AdaptiveRun::tryToStep(real end) {
     prepare(end);
     Trial trial = firstTrial(end);
     for (;;) {
@@ -233,11 +258,15 @@ void AdaptiveRun::accept(const Trial& trial) {
     beginState_.swap(state_);
     state_.swap(nextState_);
     rest_.swap(nextRest_);
+    beginFirst_.swap(first_);
     first_.swap(nextFirst_);
+    beginScale_ = scale_;
+    beginWide_ = machine_->series.wide();
+    machineBefore_.reset();
     time_ = trial.time;
     timeRest_ = trial.timeRest;
     isFirstCurrent_ = !machine_->jumps.any();
-    machine_->jumps.leaveBorders();
+    machine_->jumps.moveOn();
     if (trial.endsAtJump) {
         machine_->jumps.change();
         ++statistics_.jumps;

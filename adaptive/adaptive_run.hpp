@@ -62,6 +62,9 @@ private:
     };
 
     void prepare(real end);
+    bool tryToStep(real end);
+    /// The series is again that of the last step.
+    void restoreSeries();
     void evaluateFirst(const std::vector<real>& state, real time, bool piecesStay, std::vector<real>& first);
     void expand();
     real chooseLength();
@@ -86,6 +89,8 @@ private:
     std::vector<NodeIndex> watchedFormulas_;
     std::vector<ZeroWatch> watches_;
     std::unique_ptr<Machine> machine_;
+    /// What a step with newly watched formulas may have to go back to.
+    std::unique_ptr<Machine> machineBefore_;
     bool isStale_ = true;
 
     // The state is the sum of two numbers each, so that steps add up without loss.
@@ -100,6 +105,9 @@ private:
     // The last step.
     std::vector<real> beginState_;
     real beginTime_;
+    std::vector<real> beginFirst_;
+    real beginScale_ = 0;
+    int beginWide_ = 0;
     /// What it would have been without the end of the run or a jump.
     real naturalLength_ = 0;
     real scale_ = 0;

@@ -26,6 +26,12 @@ real Jumps::Piece::upper() const {
     return level < 0 ? level : level + 1;
 }
 
+bool Jumps::Piece::standsAtBorder(real u) const {
+    // Another jump at the same time may have carried the operand away.
+    constexpr real near = 0x1p-10L;
+    return entered != 0 && std::fabs(u - border(-entered)) < near;
+}
+
 Jumps::Jumps(const ValueSystem& system) : place_(system.size()) {
     for (ValueIndex i = system.variables; i < system.size(); ++i) {
         const Value& value = system.values[i];
@@ -41,9 +47,9 @@ Jumps::Jumps(const ValueSystem& system) : place_(system.size()) {
 
 real Jumps::atBegin(ValueIndex value, real u) {
     Piece& piece = pieces_[place_[value]];
-    // At a border it may stand still: there what it is decides, and where it goes when it moves.
-    const bool isInside = u > piece.lower() && u < piece.upper();
-    if (!piece.isKnown || (piece.enteredOver == 0 && !isInside)) {
+    const bool isInside = u >= piece.lower() && u <= piece.upper();
+    if (!piece.standsAtBorder(u)) piece.entered = 0;
+    if (!piece.isKnown || (piece.entered == 0 && !isInside)) {
         piece.level = piece.isSign ? (u < 0 ? -1 : 1) : std::trunc(u);
         piece.isKnown = true;
     }
@@ -55,18 +61,20 @@ void Jumps::findExit(Piece& piece, const StepSeries& series, real end) {
     piece.direction = 0;
     std::vector<real> u;
     for (const int side : {-1, 1}) {
-        const real border = side < 0 ? piece.lower() : piece.upper();
+        const real border = piece.border(side);
         if (!std::isfinite(border)) continue;
         series.polynomial(piece.operand, u);
-        // It has just come over this border, wherever rounding has left it.
-        u[0] = piece.enteredOver == side ? 0 : u[0] - border;
+        u[0] -= border;
+        if (piece.entered == -side) u[0] = 0;
         const auto leave = [&](real at) {
             if (piece.direction != 0 && std::fabs(at) >= std::fabs(piece.exit)) return;
             piece.exit = at;
             piece.direction = side;
         };
-        // Inside, u - border has the sign -side.
-        if (signAfterBegin(u, end) == side) {
+        // Inside, u - border has the sign -side. What rests on a border belongs to the piece away from zero.
+        const int sign = signAfterBegin(u, end);
+        const bool isOutward = piece.isSign ? side > 0 : static_cast<real>(side) * piece.level >= 0;
+        if (sign == side || (isOutward && std::all_of(u.begin(), u.end(), [](real c) { return c == 0; }))) {
             leave(0);
         } else {
             for (const PolynomialRoot& root : roots(u, end)) {
@@ -92,20 +100,20 @@ real Jumps::firstExit(const StepSeries& series, real end) {
     return first;
 }
 
-void Jumps::leaveBorders() {
-    for (Piece& piece : pieces_) piece.enteredOver = 0;
-}
-
 ValueIndex Jumps::change() {
     ValueIndex changed = Value::none;
     for (Piece& piece : pieces_) {
         if (piece.direction == 0) continue;
         piece.level = piece.isSign ? -piece.level : piece.level + static_cast<real>(piece.direction);
-        piece.enteredOver = -piece.direction;
+        piece.entered = piece.direction;
         piece.direction = 0;
         changed = piece.value;
     }
     return changed;
+}
+
+void Jumps::moveOn() {
+    for (Piece& piece : pieces_) piece.entered = 0;
 }
 
 }  // namespace zirk

@@ -28,11 +28,11 @@ public:
     /// does. Remembers who leaves; 0 when it is now.
     real firstExit(const StepSeries& series, real end);
 
-    /// A step is done: what stood at a border has gone on from there.
-    void leaveBorders();
-
     /// Those that leave take their next piece. The value of one of them; none when there is none.
     ValueIndex change();
+
+    /// A step is made: no operand stands at the border through which it came any more.
+    void moveOn();
 
 private:
     struct Piece {
@@ -42,14 +42,17 @@ private:
         /// trunc(u), or the sign.
         real level = 0;
         bool isKnown = false;
-        /// The border at which its operand stands because it has just come over it: -1 lower, 1 upper, 0 neither.
-        int enteredOver = 0;
+        /// Has just changed, from below (1) or from above (-1): its operand stands at the border, but for rounding. 0
+        /// once it has moved on.
+        int entered = 0;
         /// Where it leaves, and to which side.
         real exit = 0;
         int direction = 0;
 
         real lower() const;
         real upper() const;
+        real border(int side) const { return side < 0 ? lower() : upper(); }
+        bool standsAtBorder(real u) const;
     };
 
     static void findExit(Piece& piece, const StepSeries& series, real end);

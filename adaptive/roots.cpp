@@ -60,35 +60,49 @@ real refine(const Polynomial& c, real low, real high, bool rising) {
 
 class Search {
 public:
-    Search(const Polynomial& c, std::vector<PolynomialRoot>& found) : c_(c), found_(found) {}
+    /// For a polynomial whose term 0 is not zero.
+    Search(const Polynomial& c, std::vector<PolynomialRoot>& found)
+        : c_(c), found_(found), isNegative_(c.front() < 0) {}
 
-    /// Zeros with low < u <= high.
+    /// Zeros with low < u <= high; intervals follow each other.
     void between(real low, real high, int depth) {
         const real middle = (low + high) / 2;
         const Finding finding = examine(shifted(c_, middle), (high - low) / 2);
-        if (finding == Finding::NoZero) return;
-        // So many halvings leave nothing that numbers could tell apart.
+        // So many halvings leave nothing that numbers could tell apart. A zero at the border of two intervals may by
+        // rounding seem to lie in neither: the signs there decide in any case.
         constexpr int deepest = 62;
-        if (finding == Finding::OneAtMost || depth == deepest) return takeChange(low, high);
+        if (finding != Finding::Unknown || depth == deepest) return takeChange(low, high);
         between(low, middle, depth + 1);
         between(middle, high, depth + 1);
     }
 
+    /// A zero at the very end: of the sign after it nothing is known, the one before decides.
+    void finish() {
+        if (isAtZero_) found_.push_back({zero_, isNegative_});
+    }
+
 private:
     void takeChange(real low, real high) {
-        const real atLow = evaluate(c_, low);
         const real atHigh = evaluate(c_, high);
         if (atHigh == 0) {
-            // Of the sign after it nothing is known: the one before decides.
-            if (atLow != 0) found_.push_back({high, atLow < 0});
-        } else if (atLow != 0 && (atLow < 0) != (atHigh < 0)) {
-            const bool rising = atLow < 0;
-            found_.push_back({refine(c_, low, high, rising), rising});
+            if (!isAtZero_) zero_ = high;
+            isAtZero_ = true;
+            return;
         }
+        if ((atHigh < 0) != isNegative_) {
+            found_.push_back({isAtZero_ ? zero_ : refine(c_, low, high, isNegative_), isNegative_});
+            isNegative_ = !isNegative_;
+        }
+        isAtZero_ = false;
     }
 
     const Polynomial& c_;
     std::vector<PolynomialRoot>& found_;
+    /// Before the place that the search has come to.
+    bool isNegative_;
+    /// That place is a zero, or follows one.
+    bool isAtZero_ = false;
+    real zero_ = 0;
 };
 
 /// The same polynomial on 0 <= u <= 1, terms that are lost in rounding at its begin left out.
@@ -129,7 +143,10 @@ std::vector<PolynomialRoot> roots(const std::vector<real>& coefficients, real en
     if (end == 0 || !isFinite(coefficients)) return found;
     // Zeros at 0 are divided out, which leaves the sign of the rest as it is.
     const Polynomial c = onUnitInterval(coefficients, end);
-    if (!c.empty()) Search(c, found).between(0, 1, 0);
+    if (c.empty()) return found;
+    Search search(c, found);
+    search.between(0, 1, 0);
+    search.finish();
     for (PolynomialRoot& root : found) root.at *= end;
     return found;
 }

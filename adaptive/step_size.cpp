@@ -79,6 +79,7 @@ StepSize::StepSize(const ValueSystem& system, real tolerance)
     for (ValueIndex i = system.variables; i < system.size(); ++i) {
         const Value& value = system.values[i];
         if (!value.isConstant && (isFunction(value) || isWatched_[i] != 0)) checked_.push_back(i);
+        if (!value.isConstant && isWatched_[i] != 0) watched_.push_back(i);
     }
 }
 
@@ -98,6 +99,26 @@ void StepSize::weigh(const StepSeries& series) {
 }
 
 real StepSize::relativeTerm(const StepSeries& series, int k) const { return series.largest(k, weights_); }
+
+/// The same with what is watched: its zeros are located on its own polynomial.
+real StepSize::visibleTerm(const StepSeries& series, int k) const {
+    real most = relativeTerm(series, k);
+    for (const ValueIndex value : watched_) {
+        const real size = sizeOf(series, value);
+        if (k < series.order() && size > 0) most = std::max(most, std::fabs(series.valueTerm(value, k)) / size);
+    }
+    return most;
+}
+
+/// Where terms stop being numbers: what an operation or function has made at the lowest order.
+ValueIndex StepSize::firstNotFinite(const StepSeries& series) const {
+    for (int k = 1; k < series.order(); ++k) {
+        for (const ValueIndex value : checked_) {
+            if (!std::isfinite(series.valueTerm(value, k))) return value;
+        }
+    }
+    return Value::none;
+}
 
 void StepSize::consider(ValueIndex value, real ratio, int k, real tolerance, real& step) {
     // Most of what is asked does not limit the step: a power tells that sooner than a root.
@@ -121,7 +142,10 @@ real StepSize::longest(const StepSeries& series) {
         const real tolerance = isWatched_[value] != 0 ? tolerance_ * cutOff : functionTolerance;
         for (const int k : {p - 1, p - 2}) {
             const real term = std::fabs(series.valueTerm(value, k));
-            if (!std::isfinite(term)) return std::nan("");
+            if (!std::isfinite(term)) {
+                limiting_ = firstNotFinite(series);
+                return std::nan("");
+            }
             if (size > tiny && term > 0) consider(value, term / size, k, tolerance, step);
         }
         limitFlat(series, value, step);
@@ -134,9 +158,13 @@ void StepSize::limitFlat(const StepSeries& series, ValueIndex value, real& step)
     if (law != Law::ProductRate && law != Law::QuotientRate) return;
     // Where a function does not move though its operand does (an exponential that is 0, a saturated tanh), its terms do
     // not say when it will: the operand may come half as near to zero, where functions live.
-    if (std::fabs(series.valueTerm(value, 0)) > tiny && std::fabs(series.valueTerm(value, 1)) > tiny) return;
     const ValueIndex operand = system_.values[value].a;
-    const real most = std::max(std::fabs(series.valueTerm(operand, 0)) / 2, real{1});
+    const real at = std::fabs(series.valueTerm(operand, 0));
+    const real first = std::fabs(series.valueTerm(value, 0));
+    const real slope = std::fabs(series.valueTerm(value, 1));
+    const bool isSaturated = at > 8 && slope <= first * std::fabs(series.valueTerm(operand, 1)) * 0x1p-10L;
+    if (first > tiny && slope > tiny && !isSaturated) return;
+    const real most = std::max(at / 2, real{1});
     for (int k = 1; k < series.order(); ++k) {
         const real term = std::fabs(series.valueTerm(operand, k));
         if (term > 0) consider(value, term, k, most / 2, step);
@@ -146,14 +174,14 @@ void StepSize::limitFlat(const StepSeries& series, ValueIndex value, real& step)
 bool StepSize::doublesSuffice(const StepSeries& series, real step) const {
     if (series.wide() >= series.order()) return true;
     const int k = series.wide() + 1;
-    return relativeTerm(series, k) * power(step, k) <= 16 * tolerance_ * doubleShare;
+    return visibleTerm(series, k) * power(step, k) <= 16 * tolerance_ * doubleShare;
 }
 
 int StepSize::wideTermsFor(const StepSeries& series, real step) const {
     const real most = tolerance_ * doubleShare;
     int k = series.order();
     for (; k > 1; --k) {
-        if (!(relativeTerm(series, k) * power(step, k) <= most)) break;
+        if (!(visibleTerm(series, k) * power(step, k) <= most)) break;
     }
     return k;
 }

@@ -46,6 +46,8 @@ private:
     void consider(ValueIndex value, real ratio, int k, real tolerance, real& step);
     void limitFlat(const StepSeries& series, ValueIndex value, real& step);
     real relativeTerm(const StepSeries& series, int k) const;
+    real visibleTerm(const StepSeries& series, int k) const;
+    ValueIndex firstNotFinite(const StepSeries& series) const;
 
     const ValueSystem& system_;
     real tolerance_;
@@ -54,6 +56,8 @@ private:
     real floor_ = 0;
     std::vector<ValueIndex> checked_;
     std::vector<char> isWatched_;
+    /// Those whose zeros are located.
+    std::vector<ValueIndex> watched_;
     ValueIndex limiting_ = Value::none;
 };
 

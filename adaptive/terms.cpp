@@ -36,8 +36,14 @@ Terms<T>::Terms(const ValueSystem& system, const Arrangement& arrangement, bool 
       reciprocal_(system.size()),
       plain_(plain) {
     for (int k = 0; k <= arrangement.order; ++k) ofOrder_.push_back(1 / static_cast<T>(k));
-    for (const Value& value : system.values) numbers_.push_back(static_cast<T>(value.n));
-    if (plain) history_.assign(system.size(), std::vector<T>(static_cast<std::size_t>(arrangement.order) + 1));
+    for (const Value& value : system.values) {
+        numbers_.push_back(static_cast<T>(value.n));
+        numbersFit_ = numbersFit_ && fitsDouble(value.n);
+    }
+    if (plain) {
+        history_.assign(system.size(), std::vector<T>(static_cast<std::size_t>(arrangement.order) + 1));
+        weightedHistory_ = history_;
+    }
 }
 
 template <class T>
@@ -70,6 +76,12 @@ inline void Terms<T>::keep(const Arrangement::Instruction& to, int k, T term) {
 }
 
 template <class T>
+void Terms<T>::remember(ValueIndex value, int k, T term) {
+    history_[value][static_cast<std::size_t>(k)] = term;
+    weightedHistory_[value][static_cast<std::size_t>(k)] = static_cast<T>(k) * term;
+}
+
+template <class T>
 void Terms<T>::begin(const std::vector<real>& first, T scale) {
     scale_ = scale;
     for (ValueIndex i = 0; i < system_.size(); ++i) {
@@ -89,6 +101,7 @@ void Terms<T>::begin(const std::vector<real>& first, T scale) {
 template <class T>
 template <class Other>
 bool Terms<T>::continueFrom(const Terms<Other>& before, int order) {
+    if (!numbersFit_ || !fitsDouble(before.scale_)) return false;
     scale_ = static_cast<T>(before.scale_);
     for (ValueIndex i = 0; i < system_.size(); ++i) {
         if (!fitsDouble(before.first_[i])) return false;
@@ -109,7 +122,10 @@ bool Terms<T>::continueFrom(const Terms<Other>& before, int order) {
     if (plain_) {
         for (ValueIndex i = 0; i < system_.size(); ++i) {
             const std::size_t last = static_cast<std::size_t>(order) + (i < system_.variables ? 1 : 0);
-            for (std::size_t k = 0; k < last; ++k) history_[i][k] = static_cast<T>(before.history_[i][k]);
+            for (std::size_t k = 0; k < last; ++k) {
+                history_[i][k] = static_cast<T>(before.history_[i][k]);
+                weightedHistory_[i][k] = static_cast<T>(before.weightedHistory_[i][k]);
+            }
         }
     }
     return true;
@@ -119,7 +135,7 @@ template <class T>
 void Terms<T>::advanceVariables(int k) {
     // The scale is a power of two: nothing is rounded here.
     const T factor = scale_ * ofOrder_[static_cast<std::size_t>(k) + 1];
-    T* const next = &rows_[at(k + 1)];
+    T* const next = rows_.data() + at(k + 1);
     T* const now = now_.data();
     const ValueIndex* const rates = system_.rates.data();
     const ValueIndex variables = system_.variables;
@@ -127,7 +143,7 @@ void Terms<T>::advanceVariables(int k) {
     for (ValueIndex i = 0; i < variables; ++i) now[i] = next[i];
     for (const ValueIndex i : arrangement_.keptVariables) keep(arrangement_.instructions[i], k + 1, next[i]);
     if (plain_) {
-        for (ValueIndex i = 0; i < system_.variables; ++i) history_[i][static_cast<std::size_t>(k) + 1] = now_[i];
+        for (ValueIndex i = 0; i < system_.variables; ++i) remember(i, k + 1, now_[i]);
     }
 }
 
@@ -272,8 +288,9 @@ T Terms<T>::lawfulTerm(ValueIndex c, int k) const {
             k, [&](int i) { return term(x, i) * term(y, k - i); }, T{});
     };
     const auto innerWeighted = [&](ValueIndex x, ValueIndex y) {
+        const std::vector<T>& weighted = weightedHistory_[x];
         return orderedSum(
-            k, [&](int i) { return static_cast<T>(i) * term(x, i) * term(y, k - i); }, T{});
+            k, [&](int i) { return weighted[static_cast<std::size_t>(i)] * term(y, k - i); }, T{});
     };
     switch (value.law) {
         case Law::Time:
@@ -325,7 +342,7 @@ void Terms<T>::run(int first, int last) {
         if (plain_) {
             for (ValueIndex i = system_.variables; i < system_.size(); ++i) {
                 now_[i] = lawfulTerm(i, k);
-                history_[i][static_cast<std::size_t>(k)] = now_[i];
+                remember(i, k, now_[i]);
                 keep(arrangement_.instructions[i], k, now_[i]);
             }
         } else {

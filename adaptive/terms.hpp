@@ -33,7 +33,7 @@ public:
     /// Term k of a variable.
     T variable(ValueIndex i, int k) const { return rows_[at(k) + i]; }
     /// Terms k of all variables.
-    const T* row(int k) const { return &rows_[at(k)]; }
+    const T* row(int k) const { return rows_.data() + at(k); }
 
     /// Terms 0, 1, ... of a value that has a rising array.
     const T* terms(ValueIndex value) const { return &cells_[arrangement_.rising[value]]; }
@@ -49,6 +49,7 @@ private:
     void runGroups(int k);
     T lawfulTerm(ValueIndex value, int k) const;
     void keep(const Arrangement::Instruction& to, int k, T term);
+    void remember(ValueIndex value, int k, T term);
     void advanceVariables(int k);
     T overFirst(T x, ValueIndex value) const;
     T overOrder(T x, int k) const;
@@ -61,14 +62,18 @@ private:
     /// Terms 0.
     std::vector<T> first_;
     std::vector<T> numbers_;
+    /// Whether a double can hold them.
+    bool numbersFit_ = true;
     std::vector<T> rows_;
     std::vector<T> cells_;
     /// For doubles: 1 over terms 0 of divisors, and over orders.
     std::vector<T> reciprocal_;
     std::vector<T> ofOrder_;
-    /// In the plain way: term k of value i at [i][k].
+    /// In the plain way: term k of value i at [i][k]; and k times that, a product of its own because doubles round it
+    /// once more.
     bool plain_;
     std::vector<std::vector<T>> history_;
+    std::vector<std::vector<T>> weightedHistory_;
 };
 
 extern template class Terms<real>;

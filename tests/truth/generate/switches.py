@@ -54,7 +54,7 @@ b' = 1 - 2*(p - 2*trunc(p/2));
 q = trunc(t/sqrt(2));
 c' = 1 - 2*(q - 2*trunc(q/2)) - c;
 x'' = -x + 1 - 2*odd;
-""", Asked("a b c x x'", at='0.5 1 1.5 2.9 3.5 7.3 12 20', closed=dict(
+""", Asked("a b c x x'", at='0.5 1 1.5 2.9 3.5 7.3 12 20', floor='1e-17', closed=dict(
     a=lambda t: 1 - abs(1 - 2 * saw(t / 2)),
     b=lambda t: m.pi / 3 * (1 - abs(1 - 2 * saw(3 * t / m.pi / 2))))))
 
@@ -63,7 +63,7 @@ Problem('trunc-of-state', """
 // it never slides along a jump.
 x'' = -x + 0.05*trunc(3*x') & 1.97;
 n = trunc(3*x');
-y' = trunc(4*sin(t)) + trunc(5*x);
+y' = trunc(4.5*sin(t)) + trunc(5*x);
 z' = trunc(t*t/3)*cos(t);
 """, Asked("x x' y z", at='0.3 1 2 3 5 8 10'))
 
