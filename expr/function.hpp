@@ -23,9 +23,10 @@ protected:
 };
 
 /// The node of a kind of function that has nothing of its own.
-template <ExprType kind>
+template <ExprType ofKind>
 class FunctionOf final : public Function {
 public:
+    static constexpr ExprType kind = ofKind;
     explicit FunctionOf(const Ref& operand) : Function(functionOf(kind), operand) {}
 };
 
@@ -51,6 +52,7 @@ using Ln = FunctionOf<ExprType::Ln>;
 /// Sine: the only expanded function with a value and a derivative of its own, cos(u) * u'.
 class Sin final : public Function {
 public:
+    static constexpr ExprType kind = ExprType::Sin;
     explicit Sin(const Ref& operand);
     void Result(real& out, bool flag) override;
     void MakeDerivative() override;
@@ -59,6 +61,7 @@ public:
 /// Truncation toward zero: stays a function node. Term 0 is truncated, higher terms and the derivative are zero.
 class Trunc final : public Function {
 public:
+    static constexpr ExprType kind = ExprType::Trunc;
     explicit Trunc(const Ref& operand);
     void GetDY(int k, real& out) override;
     void Result(real& out, bool flag) override;

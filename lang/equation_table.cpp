@@ -22,12 +22,9 @@ void EquationTable::enter(Differential* variable) {
     list_.clear();
 }
 
-const std::vector<Differential*>& EquationTable::list() const {
-    if (list_.empty()) {
-        list_.reserve(size());
-        for (Differential& variable : *this) list_.push_back(&variable);
-    }
-    return list_;
+void EquationTable::fillList() const {
+    list_.reserve(size());
+    for (Differential& variable : *this) list_.push_back(&variable);
 }
 
 Differential* EquationTable::find(const std::string& name) const {

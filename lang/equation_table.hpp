@@ -53,9 +53,14 @@ public:
     Iterator end() const { return Iterator(map_.end()); }
 
     /// The same variables as a list, for loops at every point; good until the next one is entered.
-    const std::vector<Differential*>& list() const;
+    const std::vector<Differential*>& list() const {
+        if (list_.empty()) fillList();
+        return list_;
+    }
 
 private:
+    void fillList() const;
+
     Map map_;
     mutable std::vector<Differential*> list_;
 };

@@ -76,8 +76,8 @@ int SeriesPass::highestTerm(SlotIndex variable) const {
 void SeriesPass::spreadHighest() const {
     const std::lock_guard<std::mutex> lock(highestMutex_);
     if (knowsHighest_) return;
-    highest_.clear();
-    for (SlotIndex i = 0; i < all_.variables; ++i) highest_.push_back(sums_[distinct_.representative[i]].k - 1);
+    highest_.resize(all_.variables);
+    for (SlotIndex i = 0; i < all_.variables; ++i) highest_[i] = sums_[distinct_.representative[i]].k - 1;
     highest_ = highestTerms_.spread(std::move(highest_));
     knowsHighest_.store(true, std::memory_order_release);
 }
