@@ -35,6 +35,7 @@ constexpr real infinite = std::numeric_limits<real>::infinity();
 
 /// The k-th root; 53 bits are plenty for the length of a step.
 real rootOf(real x, int k) {
+    if (x == 0 || !std::isfinite(x)) return x;
     int exponent = 0;
     const auto mantissa = static_cast<double>(std::frexp(x, &exponent));
     const double logarithm = (std::log2(mantissa) + exponent) / k;
