@@ -184,6 +184,8 @@ void Arrangement::giveArrays(const ValueSystem& system) {
                 fall(c);
                 break;
             case Law::Root:
+                // Its zero limits the step.
+                rise(value.a);
                 fall(c);
                 break;
             case Law::Power:

@@ -34,9 +34,9 @@ inline real sumOfProducts(const real* x, const real* y, std::size_t count) {
 inline double sumOfProducts(const double* x, const double* y, std::size_t count) {
     __m128d even = _mm_setzero_pd();
     __m128d odd = _mm_setzero_pd();
-    for (std::size_t i = 0; i < count; i += 4) {
-        even = _mm_add_pd(even, _mm_mul_pd(_mm_loadu_pd(x + i), _mm_loadu_pd(y + i)));
-        odd = _mm_add_pd(odd, _mm_mul_pd(_mm_loadu_pd(x + i + 2), _mm_loadu_pd(y + i + 2)));
+    for (const double* const end = x + count; x < end; x += 4, y += 4) {
+        even = _mm_add_pd(even, _mm_mul_pd(_mm_loadu_pd(x), _mm_loadu_pd(y)));
+        odd = _mm_add_pd(odd, _mm_mul_pd(_mm_loadu_pd(x + 2), _mm_loadu_pd(y + 2)));
     }
     const __m128d sum = _mm_add_pd(even, odd);
     return _mm_cvtsd_f64(_mm_add_sd(sum, _mm_unpackhi_pd(sum, sum)));

@@ -35,6 +35,7 @@ constexpr real infinite = std::numeric_limits<real>::infinity();
 
 /// The k-th root; 53 bits are plenty for the length of a step.
 real rootOf(real x, int k) {
+    if (x == 0 || !std::isfinite(x)) return x;
     int exponent = 0;
     const auto mantissa = static_cast<double>(std::frexp(x, &exponent));
     const double logarithm = (std::log2(mantissa) + exponent) / k;
@@ -149,6 +150,7 @@ real StepSize::longest(const StepSeries& series) {
             if (size > tiny && term > 0) consider(value, term / size, k, tolerance, step);
         }
         limitFlat(series, value, step);
+        limitRoot(series, value, step);
     }
     return step;
 }
@@ -168,6 +170,18 @@ void StepSize::limitFlat(const StepSeries& series, ValueIndex value, real& step)
     for (int k = 1; k < series.order(); ++k) {
         const real term = std::fabs(series.valueTerm(operand, k));
         if (term > 0) consider(value, term, k, most / 2, step);
+    }
+}
+
+void StepSize::limitRoot(const StepSeries& series, ValueIndex value, real& step) {
+    const Value& root = system_.values[value];
+    if (root.law != Law::Root && (root.law != Law::Power || root.n == std::trunc(root.n))) return;
+    // The terms of sqrt(u^2) are those of u, and do not show where the root turns: what is under a root may come half
+    // as near to zero. The first terms tell.
+    const real most = std::fabs(series.valueTerm(root.a, 0)) / 2;
+    for (int k = 1; k < std::min(5, series.order()); ++k) {
+        const real term = std::fabs(series.valueTerm(root.a, k));
+        if (term > 0 && most > 0) consider(value, term / most, k, 1, step);
     }
 }
 

@@ -45,6 +45,7 @@ private:
     void weigh(const StepSeries& series);
     void consider(ValueIndex value, real ratio, int k, real tolerance, real& step);
     void limitFlat(const StepSeries& series, ValueIndex value, real& step);
+    void limitRoot(const StepSeries& series, ValueIndex value, real& step);
     real relativeTerm(const StepSeries& series, int k) const;
     real visibleTerm(const StepSeries& series, int k) const;
     ValueIndex firstNotFinite(const StepSeries& series) const;

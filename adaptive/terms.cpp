@@ -154,7 +154,11 @@ void Terms<T>::runGroups(int k) {
     T* const now = now_.data();
     const T* const first = first_.data();
     const T* const numbers = numbers_.data();
-    T* const cells = cells_.data();
+    // Term k, term 1 and term k - 1 of arrays that begin at cell 0.
+    T* const newest = cells_.data() + k;
+    T* const newestFalling = cells_.data() - k;
+    const T* const second = cells_.data() + 1;
+    const T* const secondFalling = newestFalling + 1;
     const auto n = static_cast<std::size_t>(k);
     const auto order = static_cast<T>(k);
     const Arrangement::Group* group = nullptr;
@@ -168,15 +172,15 @@ void Terms<T>::runGroups(int k) {
             const Instruction& i = instructions[c];
             const T result = term(c, i);
             now[c] = result;
-            if (i.rising != none) cells[i.rising + n] = result;
-            if (i.falling != none) cells[i.falling - n] = result;
-            if (i.weighted != none) cells[i.weighted + n] = order * result;
+            if (i.rising != none) newest[i.rising] = result;
+            if (i.falling != none) newestFalling[i.falling] = result;
+            if (i.weighted != none) newest[i.weighted] = order * result;
         }
     };
     // The sum over i from 1 to k - 1 of x_i y_(k-i). The newest terms are not in it: reading what has just been written
     // would wait for the memory.
     const auto inner = [&](std::uint32_t x, std::uint32_t y) {
-        return sumOfProducts(&cells[x + 1], &cells[y - n + 1], n - 1);
+        return sumOfProducts(second + x, secondFalling + y, n - 1);
     };
     using Index = ValueIndex;
     for (const Arrangement::Group& next : arrangement_.varying) {
@@ -235,9 +239,9 @@ void Terms<T>::runGroups(int k) {
                 break;
             case Law::Power:
                 each([&](Index c, const Instruction& i) {
-                    const T newest = now[i.a] * first[c];
-                    const T heavy = (inner(i.x, i.y) + order * newest) * (numbers[c] + 1);
-                    return overFirst(overOrder(heavy, k) - (inner(i.z, i.y) + newest), i.a);
+                    const T last = now[i.a] * first[c];
+                    const T heavy = (inner(i.x, i.y) + order * last) * (numbers[c] + 1);
+                    return overFirst(overOrder(heavy, k) - (inner(i.z, i.y) + last), i.a);
                 });
                 break;
             case Law::ProductRate:

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "zirk/classic_integrator.hpp"
+#include "zirk/integrator.hpp"
 
 using namespace zirk;
 
@@ -98,6 +99,7 @@ TEST(OneRun, MovesFromThreadToThread) {
     EXPECT_EQ(run.time(), 1);
 }
 
+<<<<<<< HEAD
 TEST(OneRun, IsReadOnSeveralThreadsAtOnce) {
     ClassicIntegrator run(Model::fromText(lorenz), optionsFor(1));
     // Well behind the points that are left to the nodes, and asked for its terms by nobody yet.
@@ -108,6 +110,43 @@ TEST(OneRun, IsReadOnSeveralThreadsAtOnce) {
     });
     for (const auto& terms : seen) EXPECT_EQ(terms, seen.front());
     EXPECT_GT(seen.front()[run.index("x")].size(), 5u);
+=======
+/// Times, zeros and values of all steps, as bytes.
+std::string bitsOf(const Problem& problem, bool plain) {
+    IntegratorOptions options;
+    options.plain = plain;
+    Integrator run(problem, options);
+    const Expression first = problem.expression(problem.names().front());
+    Readout readout(problem, {first});
+    run.watch(first);
+    std::string bits;
+    const auto append = [&bits](real number) { bits.append(reinterpret_cast<const char*>(&number), 10); };
+    while (run.step(10)) {
+        append(run.time());
+        for (const ZeroCrossing& zero : run.crossings()) append(zero.time);
+        real value = 0;
+        run.read(readout, (run.stepBegin() + run.time()) / 2, &value);
+        append(value);
+    }
+    return bits;
+}
+
+TEST(OneProblem, IsSolvedOnSeveralThreadsAtOnce) {
+    for (const std::string& text : {std::string(lorenz), std::string(pendulum), chain()}) {
+        const Problem problem = Problem::fromText(text);
+        const std::string alone = bitsOf(Problem::fromText(text), false);
+        EXPECT_GT(alone.size(), 100u);
+        std::vector<std::string> together(4);
+        onThreads(4, [&](std::size_t i) { together[i] = bitsOf(problem, i % 2 == 1); });
+        for (const std::string& bits : together) EXPECT_EQ(bits, alone);
+    }
+}
+
+TEST(Problems, AreReadOnSeveralThreadsAtOnce) {
+    std::vector<std::string> explained(4);
+    onThreads(4, [&](std::size_t i) { explained[i] = Problem::fromText(pendulum).explain(); });
+    for (const std::string& text : explained) EXPECT_EQ(text, Problem::fromText(pendulum).explain());
+>>>>>>> checks
 }
 
 TEST(Errors, OnSeveralThreadsAreEachThrowersOwn) {

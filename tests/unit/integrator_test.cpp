@@ -145,6 +145,21 @@ TEST(Switches, OfSaturatedTangentsAreNotJumpedOver) {
     EXPECT_TRUE(agree(solution("x' = atan(1e7*cos(t));", "x", 100), -0.83403768215707150155L, 1e-16L));
 }
 
+TEST(Kinks, OfRootsOfSquaresAreNotJumpedOver) {
+    // Both roots turn at a = pi/2, 3 pi/2, ... and at 3 and 3.1; there the run ends rather than go wrong.
+    const std::pair<const char*, real> cases[] = {{"sqrt(cos(t)*cos(t))", pi / 2},
+                                                  {"(cos(t)*cos(t))^1.5", pi / 2},
+                                                  {"sqrt((t - 3)*(t - 3)*(t - 3.1)*(t - 3.1))", 3}};
+    for (const auto& [formula, kink] : cases) {
+        Solved solved("x' = " + std::string(formula) + ";");
+        EXPECT_NE(failureOf(solved, 10).find("comes to the edge of its domain"), std::string::npos) << formula;
+        EXPECT_TRUE(agree(solved.run.time(), kink, 1e-9L)) << formula;
+    }
+    // The integral of |cos t| to 100 by mpmath's quad() with 40 digits; rounding the corner takes less than the
+    // tolerance.
+    EXPECT_TRUE(agree(solution("x' = sqrt(cos(t)*cos(t) + 1e-24);", "x", 100), 63.493634358890241206L, 1e-16L));
+}
+
 TEST(Pulses, AreNotJumpedOver) {
     for (const real k : {10.0L, 1e4L, 1e6L, 1e8L}) {
         std::ostringstream text;
