@@ -99,7 +99,6 @@ TEST(OneRun, MovesFromThreadToThread) {
     EXPECT_EQ(run.time(), 1);
 }
 
-<<<<<<< HEAD
 TEST(OneRun, IsReadOnSeveralThreadsAtOnce) {
     ClassicIntegrator run(Model::fromText(lorenz), optionsFor(1));
     // Well behind the points that are left to the nodes, and asked for its terms by nobody yet.
@@ -110,7 +109,8 @@ TEST(OneRun, IsReadOnSeveralThreadsAtOnce) {
     });
     for (const auto& terms : seen) EXPECT_EQ(terms, seen.front());
     EXPECT_GT(seen.front()[run.index("x")].size(), 5u);
-=======
+}
+
 /// Times, zeros and values of all steps, as bytes.
 std::string bitsOf(const Problem& problem, bool plain) {
     IntegratorOptions options;
@@ -146,7 +146,6 @@ TEST(Problems, AreReadOnSeveralThreadsAtOnce) {
     std::vector<std::string> explained(4);
     onThreads(4, [&](std::size_t i) { explained[i] = Problem::fromText(pendulum).explain(); });
     for (const std::string& text : explained) EXPECT_EQ(text, Problem::fromText(pendulum).explain());
->>>>>>> checks
 }
 
 TEST(Errors, OnSeveralThreadsAreEachThrowersOwn) {
