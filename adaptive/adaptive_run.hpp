@@ -43,6 +43,13 @@ public:
     const std::vector<ZeroCrossing>& crossings() const { return crossings_; }
     const IntegratorStatistics& statistics() const { return statistics_; }
 
+    /// Of the last step, which there must have been.
+    const StepSeries& series() const { return machine_->series; }
+    const std::vector<real>& beginState() const { return beginState_; }
+    /// At time().
+    const std::vector<real>& state() const { return state_; }
+    const ProblemContent* problem() const { return problem_.get(); }
+
 private:
     /// Longer against the step before than this, a step may not be.
     static constexpr real mostGrowth = 8;

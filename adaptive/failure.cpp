@@ -44,12 +44,13 @@ std::string AdaptiveRun::nameOf(ValueIndex value) const {
 
 void AdaptiveRun::failAt(real time, ValueIndex value, real result) const {
     const std::string where = " at t = " + textOf(time);
-    if (value < machine_->system.variables) throw RunError(nameOf(value) + " grows beyond all numbers" + where, time_);
+    const std::string name = nameOf(value);
+    if (value < machine_->system.variables) throw RunError(name + " grows beyond all numbers" + where, time_, name);
     if (std::isnan(result) && hasDomain(machine_->system.values[value])) {
-        throw RunError(nameOf(value) + " leaves its domain" + where, time_);
+        throw RunError(name + " leaves its domain" + where, time_, name);
     }
     const bool isQuotient = machine_->system.values[value].law != Law::ProductRate;
-    throw RunError(nameOf(value) + (isQuotient ? " has no finite value" : " grows beyond all numbers") + where, time_);
+    throw RunError(name + (isQuotient ? " has no finite value" : " grows beyond all numbers") + where, time_, name);
 }
 
 ValueIndex AdaptiveRun::largestVariable() const {
@@ -69,18 +70,22 @@ ValueIndex AdaptiveRun::largestVariable() const {
 void AdaptiveRun::failShort(ValueIndex value) const {
     const std::string where = " at t = " + textOf(time_);
     for (ValueIndex i = 0; i < machine_->system.variables; ++i) {
-        if (std::fabs(state_[i]) > nearTheEnd) throw RunError(nameOf(i) + " grows beyond all numbers" + where, time_);
+        if (std::fabs(state_[i]) > nearTheEnd) {
+            throw RunError(nameOf(i) + " grows beyond all numbers" + where, time_, nameOf(i));
+        }
     }
     if (value == Value::none) value = largestVariable();
     if (value == Value::none) throw RunError("the solution cannot be followed any further" + where, time_);
+    const std::string name = nameOf(value);
     if (value >= machine_->system.variables && hasDomain(machine_->system.values[value])) {
-        throw RunError(nameOf(value) + " comes to the edge of its domain" + where, time_);
+        throw RunError(name + " comes to the edge of its domain" + where, time_, name);
     }
-    throw RunError(nameOf(value) + " has a singularity" + where, time_);
+    throw RunError(name + " has a singularity" + where, time_, name);
 }
 
 void AdaptiveRun::failSwitching(ValueIndex value) const {
-    throw RunError(nameOf(value) + " jumps to and fro without end at t = " + textOf(time_), time_);
+    const std::string name = nameOf(value);
+    throw RunError(name + " jumps to and fro without end at t = " + textOf(time_), time_, name);
 }
 
 }  // namespace zirk

@@ -2,40 +2,43 @@
 // The public face of a run.
 #include "zirk/integrator.hpp"
 
-#include "adaptive/adaptive_run.hpp"
+#include "adaptive/integrator_content.hpp"
+#include "adaptive/readout.hpp"
 
 namespace zirk {
 
-struct Readout::Content {
-    Evaluation evaluation;
-};
-
 namespace {
 
-Evaluation evaluationOf(const std::vector<Expression>& expressions) {
-    FormulaGraph graph;
+std::vector<std::uint32_t> variablesOf(const FormulaGraph& graph) {
+    std::vector<std::uint32_t> variables;
+    for (NodeIndex node = 0; node < graph.size(); ++node) {
+        if (graph[node].operation == Operation::Variable) variables.push_back(graph[node].left);
+    }
+    return variables;
+}
+
+/// All formulas in one graph, with nothing else in it.
+std::vector<NodeIndex> gathered(const std::vector<Expression>& expressions, FormulaGraph& graph) {
     std::vector<NodeIndex> roots;
     for (const Expression& expression : expressions) {
         FormulaImport import(ExpressionAccess::graphOf(expression), graph);
         roots.push_back(import(ExpressionAccess::rootOf(expression)));
     }
-    return Evaluation(graph, roots);
+    return roots;
 }
 
 }  // namespace
 
-Readout::Readout(const Problem&, const std::vector<Expression>& expressions)
-    : content_(std::make_unique<Content>(Content{evaluationOf(expressions)})) {}
+Readout::Readout(const Problem&, const std::vector<Expression>& expressions) {
+    FormulaGraph graph;
+    const std::vector<NodeIndex> roots = gathered(expressions, graph);
+    content_ = std::make_unique<Content>(Content{Evaluation(graph, roots), variablesOf(graph)});
+}
 Readout::~Readout() = default;
 Readout::Readout(Readout&&) noexcept = default;
 Readout& Readout::operator=(Readout&&) noexcept = default;
 
 std::size_t Readout::size() const { return content_->evaluation.size(); }
-
-class Integrator::Content : public AdaptiveRun {
-public:
-    using AdaptiveRun::AdaptiveRun;
-};
 
 Integrator::Integrator(const Problem& problem, const IntegratorOptions& options)
     : content_(std::make_unique<Content>(problem, options)) {}

@@ -16,7 +16,7 @@ constexpr real cutOff = 0x1p-10L;
 
 /// A variable counts relative to its own size, down to this share of the largest one. Below it is relative to that:
 /// a cell of a rod far ahead of the front has no size to be relative to.
-constexpr real smallestShare = 1e-15L;
+constexpr real smallestShare = 1e-100L;
 
 /// A function has to be followed so far that its effect can be seen in the variables before it is there; for what they
 /// show, their own terms answer.

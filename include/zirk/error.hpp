@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "zirk/real.hpp"
 
@@ -46,13 +47,17 @@ private:
 /// A run cannot go on.
 class [[gnu::visibility("default")]] RunError : public Error {
 public:
-    RunError(const std::string& text, real time) : Error(text, 1), time_(time) {}
+    RunError(const std::string& text, real time, std::string expression = {})
+        : Error(text, 1), time_(time), expression_(std::move(expression)) {}
 
     /// The last time that the run reached.
     real time() const { return time_; }
+    /// The formula or the variable that stands in the way, as far as it is known; what() names it, too.
+    const std::string& expression() const { return expression_; }
 
 private:
     real time_;
+    std::string expression_;
 };
 
 }  // namespace zirk

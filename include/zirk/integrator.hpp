@@ -57,6 +57,7 @@ public:
 
 private:
     friend class Integrator;
+    friend class Solution;
     struct Content;
     std::unique_ptr<Content> content_;
 };
@@ -95,6 +96,7 @@ public:
     const IntegratorStatistics& statistics() const;
 
 private:
+    friend class Solution;
     class Content;
     std::unique_ptr<Content> content_;
 };

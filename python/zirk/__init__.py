@@ -1,0 +1,49 @@
+# SPDX-License-Identifier: MIT
+"""Initial-value problems of ordinary differential equations, solved by Taylor series to 18 digits.
+
+>>> import zirk
+>>> sol = zirk.solve("x'' = -x & 1;", 10, every=1)
+>>> sol["x"][-1]                    # cos(10)
+-0.8390715290764524522
+
+solve       text in, solution out: rows, zeros, the solution at any time
+Model       equations with names, parameters and explain()
+Integrator  step by step
+classic     rows of the command zirk, to the same bits
+ParseError, RunError   what can go wrong
+
+Numbers are numpy.longdouble, with 64 bits of mantissa. Write constants that have to be exact as text or as fractions:
+0.1 is the double next to a tenth, "0.1" is a tenth to 64 bits.
+"""
+
+from . import _core
+from ._classic import ClassicTable, classic
+from ._errors import Error, ParseError, RunError
+from ._integrator import Crossing, Integrator, StepStatistics
+from ._model import Model
+from ._solution import Event, Events, Solution, Statistics
+from ._solve import solve
+
+__version__: str = _core.version
+
+__all__ = [
+    "ClassicTable",
+    "Crossing",
+    "Error",
+    "Event",
+    "Events",
+    "Integrator",
+    "Model",
+    "ParseError",
+    "RunError",
+    "Solution",
+    "Statistics",
+    "StepStatistics",
+    "classic",
+    "solve",
+]
+
+# Messages and pickles call them by the names that users know.
+for _name in __all__:
+    globals()[_name].__module__ = "zirk"
+del _name
