@@ -10,6 +10,7 @@ rate="0.000111*$cells*$cells"
 width=${#points}
 name() { printf 'u%0*d' "$width" "$1"; }
 # Where the flame was, in the middle, and near the other end.
+columns=$(name $((3 * cells / 10))),$(name $((cells / 2))),$(name $((9 * cells / 10)))
 selection=$(name $((3 * cells / 10))):$(name $((cells / 2))):$(name $((9 * cells / 10))):
 
 cat <<END
@@ -24,6 +25,7 @@ cat <<END
 //
 // Written by examples/heat-rod.sh, which takes another number of points as its argument.
 // Run:   zirk -s 1 -a 1e-14 -t 600 -F 60 -O 0 -P $selection examples/heat-rod.zirk
+// Solve: zirk-solve -t 600 --every=60 -c t,$columns examples/heat-rod.zirk
 // Look:  Where the flame was, the temperature halves in the first minute. The middle is warmest after 152 seconds,
 //        at 21.70; the last of the three points, which started at 0, still warms up after ten.
 

@@ -18,6 +18,7 @@ cat <<'END'
 //
 // Written by examples/pleiades.sh.
 // Run:   zirk -a 1e-16 -t 3 -F 0.25 -O 0 -P x1:y1:x7:y7:energy: examples/pleiades.zirk
+// Solve: zirk-solve -t 3 --every=0.25 -c t,x1,y1,x7,y7,energy examples/pleiades.zirk
 // Look:  energy never changes, although the stars 3 and 5 meet at 0.056 (t = 1.63) and 1 and 7 at 0.034 (t = 1.68).
 //        There the steps are halved again and again, and they stay short.
 

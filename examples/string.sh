@@ -30,6 +30,7 @@ cat <<END
 //
 // Written by examples/string.sh, which takes another number of cells as its argument.
 // Run:   zirk -t 0.00909090909090909 -F -16 -O 0 -P $(name $corner):$(name $((cells - corner))): examples/string.zirk
+// Solve: zirk-solve -t 1/110 -n 16 -c t,$(name $corner),$(name $((cells - corner))) examples/string.zirk
 // Look:  The corner splits in two that run apart. After half a period the string is bent the other way round at the
 //        other end: the second column is where the first was, turned over. At the end both are back.
 

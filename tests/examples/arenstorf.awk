@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 # Start and period: Hairer, Norsett, Wanner, Solving Ordinary Differential Equations I, II.0. Jacobi's integral.
 # Options: -P '' -p 17 -w 25
+# Solve: -c t,x,y,jacobi,a,b
 
 function check(    row, start) {
     near("time", value[last, "TIME"], 17.065216560157963, 1e-13)

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 # Energy, and the angles at t = 15 by another method: reference.cpp, which does not carry sines and cosines along.
 # Options: -t 15 -P a:b:va:vb:c:s:energy: -p 17 -w 25
+# Solve: -t 15 -c t,a,b,va,vb,c,s,energy
 
 function check(    row) {
     near("time", value[last, "TIME"], 15, 0)

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 # The balance of energy, and the state at t = 40 by another method: reference.cpp.
 # Options: -t 40 -p 17 -w 25
+# Solve: -t 40
 
 function check(    row) {
     near("time", value[last, "TIME"], 40, 0)

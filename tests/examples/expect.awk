@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
-# Reads a result table of zirk; the check of one example, in a file of its own, says what must hold.
+# Reads a result table of zirk or zirk-solve, which `solver` says; the check of one example, in a file of its own, says what must hold.
 #
-#   value[row, name]   the table, rows counted from 1, names as in the header ("TIME" is one)
+#   value[row, name]   the table, rows counted from 1, names as in the header ("TIME" is one, of both commands)
 #   rows               the number of rows; last is the same number, to be read as the last row
 #   near(what, got, wanted, tolerance)   |got - wanted| <= tolerance, or the check fails
 #   holds(what, condition)               the condition is true, or the check fails
@@ -28,6 +28,7 @@ BEGIN {
 NF {
     ++rows
     for (i = 1; i <= columns; ++i) value[rows, names[i]] = $(i + NF - columns)
+    if (solver == "zirk-solve") value[rows, "TIME"] = value[rows, "t"]
 }
 
 END {

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 # Period 6.32591398: C. Simo, in Chenciner and Montgomery, Ann. of Math. 152 (2000) 881-901. The start has eight digits.
 # Options: -F 0 -P '' -p 17 -w 25
+# Solve: -n 400 -c t,x1,x2,x3,y1,y2,y3,u1,v1,u2,v2,u3,v3,energy,angular
 
 function check(    row, third, i, d) {
     third = 6.32591398/3

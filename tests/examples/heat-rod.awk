@@ -2,6 +2,7 @@
 # Closed form of the 200 equations: part m of the start, a[m]*sin(m pi i/201), decays at the rate
 # 4*k*sin(m pi/402)^2 with k = 0.000111*201^2.
 # Options: -F 200 -P ''
+# Solve: --every=200 -c all
 
 function check(    row, i, m, t, start, a, rate, u) {
     near("columns", columns, 201, 0)

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 # Energy, and the state at t = 50 by another method: reference.cpp.
 # Options: -t 50 -P '' -p 17 -w 25
+# Solve: -t 50 -n 50 -c t,x,y,vx,vy,energy
 
 function check(    row) {
     near("time", value[last, "TIME"], 50, 0)

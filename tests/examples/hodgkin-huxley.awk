@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 # State at t = 50 and times between spikes by another method, with the rates in their original form: reference.cpp.
 # Options: -F 0 -a 1e-14 -P '' -p 17 -w 25
+# Solve: --every=0.05
 
 function check(    row, m, n, i, k) {
     near("time", value[last, "TIME"], 50, 0)

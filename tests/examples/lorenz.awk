@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 # The motion forgets its start at e^(0.9 t), so it is compared at t = 20, computed with more accuracy: reference.cpp.
 # Options: -a 1e-18 -t 20 -F 0 -s 0.01 -p 17 -w 25
+# Solve: -t 20 -n 2000
 
 function check(    row, turned) {
     near("time", value[last, "TIME"], 20, 0)

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 # The integral prey - ln prey + predators - ln predators, and the period by another method: reference.cpp.
 # Options: -F 0 -s 0.02 -p 17 -w 25
+# Solve: -n 1000
 
 function check(    row, period) {
     period = 6.6084826712350566

@@ -2,6 +2,7 @@
 # Places at t = 3: F. Mazzia, C. Magherini, Test Set for Initial Value Problem Solvers (2008), problem Pleiades. Energy,
 # momentum and angular momentum.
 # Options: -P '' -p 17 -w 25
+# Solve: -c all
 
 function check(    row, i) {
     near("time", value[last, "TIME"], 3, 0)

@@ -2,6 +2,7 @@
 # The shortest cycle by another method: reference.cpp. Its period agrees with the published 5.88108845586
 # (P. Cvitanovic et al., Chaos: Classical and Quantum, chaosbook.org) to nine digits.
 # Options: -f 1 -s 0.058810884555538773 -t 60 -F 0 -p 17 -w 25
+# Solve: -t 60 --every=0.058810884555538773
 
 function check(    n) {
     near("the published period", 100*0.058810884555538773, 5.88108845586, 1e-9)

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 # The integral s + i - ratio*ln(s) with ratio = 0.44/0.00218; from it follow the height of the epidemic and its end.
 # Options: -F 0.01 -s 0.01 -t 120 -p 17 -w 25
+# Solve: -t 120 --every=0.01
 
 function check(    row, ratio, end, i) {
     ratio = 0.44/0.00218

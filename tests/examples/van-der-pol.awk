@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 # Period 11.612230667719570 and amplitude 2.0215080615623213 by another method: reference.cpp.
 # Options: -F 0 -s 0.005 -a 1e-14 -p 17 -w 25
+# Solve: --every=0.005
 
 function check(    row, k) {
     for (row = 1; row <= rows; ++row)
