@@ -6,6 +6,8 @@
 #include <cmath>
 #include <utility>
 
+#include "adaptive/removable.hpp"
+
 namespace zirk {
 
 namespace {
@@ -68,7 +70,9 @@ void AdaptiveRun::prepare(real end) {
     }
     const real direction = end > time_ ? 1 : -1;
     // A power of two, so that no term is rounded by it.
-    const real near = naturalLength_ > 0 ? naturalLength_ : std::fabs(end - time_) / 64;
+    // At rest nothing limits a step; what is left of the run does.
+    const real rest = std::fabs(end - time_);
+    const real near = naturalLength_ > 0 ? std::min(naturalLength_, rest) : rest / 64;
     scale_ = direction * std::exp2(std::round(std::log2(near)));
 }
 
@@ -143,7 +147,8 @@ real AdaptiveRun::chooseLength() {
 void AdaptiveRun::placeEnd(Trial& trial, real end) const {
     const real rest = (end - time_) - timeRest_;
     const real length = trial.length * scale_;
-    if (!(std::fabs(length) < std::fabs(rest))) {
+    trial.isLast = !(std::fabs(length) < std::fabs(rest));
+    if (trial.isLast) {
         trial.length = rest / scale_;
         trial.time = end;
         trial.timeRest = 0;
@@ -193,6 +198,11 @@ AdaptiveRun::Trial AdaptiveRun::firstTrial(real end) {
     }
 }
 
+bool AdaptiveRun::isZeroByZero(ValueIndex value) const {
+    const Value& law = machine_->system.values[value];
+    return law.law == Law::Quotient && nextFirst_[law.a] == 0 && nextFirst_[law.b] == 0;
+}
+
 ValueIndex AdaptiveRun::tryStep(const Trial& trial) {
     machine_->series.gains(trial.length, gains_);
     for (std::size_t i = 0; i < state_.size(); ++i) {
@@ -202,7 +212,10 @@ ValueIndex AdaptiveRun::tryStep(const Trial& trial) {
     }
     evaluateFirst(nextState_, trial.time, true, nextFirst_);
     for (ValueIndex i = 0; i < nextFirst_.size(); ++i) {
-        if (!std::isfinite(nextFirst_[i])) return i;
+        if (std::isfinite(nextFirst_[i])) continue;
+        // 0/0 just where the run ends: the step itself has no need of it.
+        if (trial.isLast && isZeroByZero(i)) return Value::none;
+        return i;
     }
     for (const ValueIndex value : machine_->size.checked()) {
         if (!machine_->size.agrees(machine_->series, value, trial.length, nextFirst_[value])) return value;
@@ -300,11 +313,25 @@ void AdaptiveRun::findCrossings(const Trial& trial) {
     });
 }
 
-void AdaptiveRun::read(Evaluation& evaluation, real time, real* values) {
+void AdaptiveRun::readStraight(Evaluation& evaluation, real time, real* values) {
     if (time == time_ || machine_ == nullptr) return evaluation.values(time, state_.data(), values);
     machine_->series.gains((time - beginTime_) / machine_->series.scale(), gains_);
     for (std::size_t i = 0; i < state_.size(); ++i) readState_[i] = beginState_[i] + gains_[i];
     evaluation.values(time, readState_.data(), values);
+}
+
+void AdaptiveRun::read(Evaluation& evaluation, real time, real* values) {
+    readStraight(evaluation, time, values);
+    if (time_ == beginTime_) return;
+    std::vector<real> others(evaluation.size());
+    for (std::size_t i = 0; i < evaluation.size(); ++i) {
+        if (!std::isnan(values[i])) continue;
+        const auto valueAt = [&](real t) {
+            readStraight(evaluation, t, others.data());
+            return others[i];
+        };
+        values[i] = limitOf(valueAt, time, beginTime_, time_);
+    }
 }
 
 }  // namespace zirk

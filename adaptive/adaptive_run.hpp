@@ -66,6 +66,7 @@ private:
         real time = 0;
         real timeRest = 0;
         bool endsAtJump = false;
+        bool isLast = false;
     };
 
     void prepare(real end);
@@ -80,8 +81,10 @@ private:
     void placeEnd(Trial& trial, real end) const;
     /// Makes the state at the end of a trial; the value that does not agree there, or none.
     ValueIndex tryStep(const Trial& trial);
+    bool isZeroByZero(ValueIndex value) const;
     void accept(const Trial& trial);
     void findCrossings(const Trial& trial);
+    void readStraight(Evaluation& evaluation, real time, real* values);
 
     [[noreturn]] void failAt(real time, ValueIndex value, real result) const;
     [[noreturn]] void failShort(ValueIndex value) const;

@@ -4,6 +4,10 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <cmath>
+
+#include "solve/number.hpp"
 #include "solve/progress.hpp"
 #include "solve/signals.hpp"
 
@@ -26,6 +30,13 @@ void Run::writeRow(real time, Progress& progress) {
     // A zero may fall on a row.
     if (lastRow_ && *lastRow_ == time) return;
     integrator_.read(readout_, time, values_.data());
+    const auto bad = std::find_if_not(values_.begin(), values_.end(), [](real x) { return std::isfinite(x); });
+    if (bad != values_.end()) {
+        const std::string& name = plan_.columns[static_cast<std::size_t>(bad - values_.begin())].text();
+        std::string when;
+        appendNumber(when, time, 15);
+        throw RunError(name + (std::isnan(*bad) ? " has no value" : " has no finite value") + " at t = " + when, time);
+    }
     if (rowsAreSeen_) progress.hide();
     writer_.write(values_.data());
     lastRow_ = time;
