@@ -86,6 +86,8 @@ def test_rows_are_where_they_were_asked_for():
     assert len(steps) == steps.statistics.steps + 1 and steps.t[-1] == 10
     # A tenth as text divides ten evenly, as a double it is a little more than a tenth.
     assert len(zirk.solve(CIRCLE, 10, every="0.1")) == len(zirk.solve(CIRCLE, 10, every=0.1)) == 101
+    # The double is a little less than a third: what is left over is rounding, and no row.
+    assert len(zirk.solve(CIRCLE, 10, every=1 / 3)) == 31
 
 
 @pytest.mark.parametrize(

@@ -4,9 +4,6 @@
 import concurrent.futures
 import fractions
 import os
-import signal
-import subprocess
-import sys
 import threading
 import time
 
@@ -14,6 +11,7 @@ import numpy as np
 import pytest
 
 import zirk
+from test_runs import interrupted
 
 LONG = np.longdouble
 SPRING = "k = 1;  x'' = -k*x & 1;"
@@ -109,15 +107,8 @@ try:
 except KeyboardInterrupt:
     print(time.time(), flush=True)
 """
-    child = subprocess.Popen([sys.executable, "-c", code], stdout=subprocess.PIPE, text=True)
-    assert child.stdout.readline() == "ready\n"
-    time.sleep(0.5)
-    sent = time.time()
-    child.send_signal(signal.SIGINT)
-    ended = float(child.stdout.readline())
-    assert child.wait(timeout=20) == 0
     # Workers look ten times a second; others may use this machine as well. One run takes many minutes.
-    assert ended - sent < 1
+    assert interrupted(code) < 1
 
 
 @pytest.mark.skipif(os.cpu_count() < 2, reason="one core")
