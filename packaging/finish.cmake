@@ -51,7 +51,7 @@ function(finish_python root doc)
   run(strip --strip-unneeded --remove-section=.comment --remove-section=.note ${module})
   file(COPY ${CPACK_ZIRK_SOURCE_DIR}/docs/python.md DESTINATION ${doc})
   # The neighbours of the page are in the package of the command.
-  run(sed -i -E -e "s,\\]\\(\\.\\./README\\.md\\),](../zirk/README.md)," -e "s,\\]\\(([a-z]+\\.md)\\),](../zirk/docs/\\1)," ${doc}/python.md)
+  run(sed -i -E -f ${CPACK_ZIRK_PACKAGING_DIR}/python/links.sed ${doc}/python.md)
 endfunction()
 
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
