@@ -29,7 +29,7 @@ constexpr real agreement = 1e-4L;
 constexpr real doubleShare = 0x1p46L;
 
 /// Below this the numbers of the processor lose digits: a function there counts as zero.
-constexpr real tiny = 0x1p-16000L;
+constexpr real tiny = 0x1p-16100L;
 
 constexpr real infinite = std::numeric_limits<real>::infinity();
 
@@ -95,7 +95,7 @@ void StepSize::weigh(const StepSeries& series) {
     std::fill(weights_.begin(), weights_.end(), real{0});
     take(0, 2);
     if (largest == 0) take(3, series.order());
-    floor_ = largest > 0 ? largest * smallestShare : 1;
+    floor_ = largest > 0 ? std::max(largest * smallestShare, tiny) : 1;
     for (real& weight : weights_) weight = std::max(weight, floor_);
 }
 
@@ -135,7 +135,10 @@ real StepSize::longest(const StepSeries& series) {
     const int p = series.order();
     for (const int k : {p, p - 1}) {
         const real ratio = relativeTerm(series, k);
-        if (std::isnan(ratio)) return ratio;
+        if (std::isnan(ratio)) {
+            limiting_ = firstNotFinite(series);
+            return ratio;
+        }
         if (ratio > 0) consider(Value::none, ratio, k, tolerance_ * cutOff, step);
     }
     for (const ValueIndex value : checked_) {

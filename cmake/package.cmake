@@ -25,6 +25,9 @@ set(CPACK_COMPONENTS_ALL command development)
 if(ZIRK_SHARED)
   list(APPEND CPACK_COMPONENTS_ALL shared)
 endif()
+if(ZIRK_PYTHON AND ZIRK_SHARED)
+  list(APPEND CPACK_COMPONENTS_ALL python)
+endif()
 set(library_package libzirk${PROJECT_VERSION_MAJOR})
 set(package_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
 
@@ -61,6 +64,25 @@ set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
 "${what} - development files
 Headers, static library, and what CMake and pkg-config need to compile C++
 programs that solve ordinary differential equations by the library of zirk.
+.${about}")
+
+set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-zirk)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+if(ZIRK_PYTHON)
+  # The module is for one version of Python, and the library comes from the same build.
+  math(EXPR next_minor "${Python_VERSION_MINOR} + 1")
+  string(CONCAT CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "${library_package} (= ${package_version}), "
+    "python3 (>= 3.${Python_VERSION_MINOR}), python3 (<< 3.${next_minor}), python3-numpy")
+  # Whose package that library will be is not known to dpkg yet.
+  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR})
+endif()
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-matplotlib, python3-pandas")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
+  ${PROJECT_SOURCE_DIR}/packaging/python/postinst ${PROJECT_SOURCE_DIR}/packaging/python/prerm)
+set(CPACK_DEBIAN_PYTHON_DESCRIPTION
+"${what} - Python package
+Solves ordinary differential equations that are written as text, and returns
+numpy arrays, the solution at any time, and zeros of expressions.
 .${about}")
 
 # What Debian wants in another form than other systems: see the scripts.

@@ -7,6 +7,7 @@ endif()
 set(package_of_command zirk)
 set(package_of_shared ${CPACK_ZIRK_LIBRARY_PACKAGE})
 set(package_of_development libzirk-dev)
+set(package_of_python python3-zirk)
 
 function(run)
   execute_process(COMMAND ${ARGV} COMMAND_ERROR_IS_FATAL ANY)
@@ -42,6 +43,15 @@ function(finish_development root doc)
   file(GLOB_RECURSE description ${root}/usr/*/zirk.pc)
   run(sed -i "s,^prefix=.*,prefix=/usr," ${description})
   file(COPY ${CPACK_ZIRK_SOURCE_DIR}/examples/library/ DESTINATION ${doc}/examples)
+endfunction()
+
+# The Python package: its page, and the module without what only its build needed.
+function(finish_python root doc)
+  file(GLOB module ${root}/usr/lib/python3/dist-packages/zirk/*.so)
+  run(strip --strip-unneeded --remove-section=.comment --remove-section=.note ${module})
+  file(COPY ${CPACK_ZIRK_SOURCE_DIR}/docs/python.md DESTINATION ${doc})
+  # The neighbours of the page are in the package of the command.
+  run(sed -i -E -f ${CPACK_ZIRK_PACKAGING_DIR}/python/links.sed ${doc}/python.md)
 endfunction()
 
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)

@@ -74,12 +74,30 @@ py::object evaluate(const Record& record, const py::object& times, const py::obj
     return ownArray(std::move(values), shape);
 }
 
+void checkListed(const std::vector<real>& times, real start, real end) {
+    real before = start;
+    const bool isForward = end >= start;
+    for (const real time : times) {
+        const bool isInside = isForward ? time >= start && time <= end : time <= start && time >= end;
+        const bool goesOn = isForward ? time >= before : time <= before;
+        before = time;
+        if (isInside && goesOn) continue;
+        const std::string run =
+            "the run from " + std::string(py::str(fromReal(start))) + " to " + std::string(py::str(fromReal(end)));
+        if (!isInside) throw py::value_error("at has times outside of " + run);
+        throw py::value_error("the times of at must be in the order of " + run);
+    }
+}
+
 RunPlan makePlan(const Problem& problem, py::handle end, const py::object& listed, std::uint64_t intervals,
                  py::handle spacing, const Watched& until, const Watched& crossings, py::handle tolerance,
                  py::handle maxStep, bool isDense) {
     RunPlan plan;
     plan.end = toReal(end);
-    if (!listed.is_none()) plan.rows.listed = numbersOf(listed.cast<RealArray>());
+    if (!listed.is_none()) {
+        plan.rows.listed = numbersOf(listed.cast<RealArray>());
+        checkListed(*plan.rows.listed, problem.start(), plan.end);
+    }
     plan.rows.intervals = intervals;
     plan.rows.spacing = toReal(spacing);
     plan.integrator.tolerance = toReal(tolerance);

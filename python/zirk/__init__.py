@@ -9,6 +9,8 @@
 solve       text in, solution out: rows, zeros, the solution at any time
 Model       equations with names, parameters and explain()
 Integrator  step by step
+sweep       many sets of parameters, on all cores
+from_sympy  the text of equations that sympy has
 classic     rows of the command zirk, to the same bits
 ParseError, RunError   what can go wrong
 
@@ -23,6 +25,8 @@ from ._integrator import Crossing, Integrator, StepStatistics
 from ._model import Model
 from ._solution import Event, Events, Solution, Statistics
 from ._solve import solve
+from ._sweep import Sweep, SweepResult, sweep
+from ._sympy import from_sympy
 
 __version__: str = _core.version
 
@@ -39,8 +43,12 @@ __all__ = [
     "Solution",
     "Statistics",
     "StepStatistics",
+    "Sweep",
+    "SweepResult",
     "classic",
+    "from_sympy",
     "solve",
+    "sweep",
 ]
 
 # Messages and pickles call them by the names that users know.

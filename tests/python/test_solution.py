@@ -86,12 +86,14 @@ def test_rows_are_where_they_were_asked_for():
     assert len(steps) == steps.statistics.steps + 1 and steps.t[-1] == 10
     # A tenth as text divides ten evenly, as a double it is a little more than a tenth.
     assert len(zirk.solve(CIRCLE, 10, every="0.1")) == len(zirk.solve(CIRCLE, 10, every=0.1)) == 101
+    # The double is a little less than a third: what is left over is rounding, and no row.
+    assert len(zirk.solve(CIRCLE, 10, every=1 / 3)) == 31
 
 
 @pytest.mark.parametrize(
     "wrong",
     [
-        dict(at=[1, 11]), dict(at=[2, 1]), dict(at=[float("nan")]), dict(every=0), dict(every=-1), dict(rows=0),
+        dict(at=[1, 11]), dict(at=[2, 1]), dict(at=[-1]), dict(at=[5, 6, 5]), dict(at=[float("nan")]), dict(every=0), dict(every=-1), dict(rows=0),
         dict(rows=2.5), dict(every=1, rows=2), dict(every=1e-300), dict(tolerance=0), dict(tolerance=1),
         dict(tolerance=float("nan")), dict(max_step=0), dict(set={"x": float("inf")}),
     ],

@@ -1,0 +1,4 @@
+# SPDX-License-Identifier: MIT
+# Where the neighbours of docs/python.md are, seen from the folder of the package python3-zirk.
+s,\]\(\.\./README\.md\),](../zirk/README.md),
+s,\]\(([a-z]+\.md)\),](../zirk/docs/\1),

@@ -1,0 +1,212 @@
+# SPDX-License-Identifier: MIT
+"""One model, many values of its parameters."""
+
+from __future__ import annotations
+
+import concurrent.futures
+import itertools
+import os
+import threading
+from typing import Any, Callable, Dict, Iterable, Iterator, List, Mapping, NamedTuple, Optional, Sequence, Tuple, Union
+
+import numpy
+
+from ._errors import Error
+from ._model import Model, model_of
+from ._numbers import Number, real_of
+from ._solution import Solution
+from ._solve import solve
+
+ParameterSet = Mapping[str, Number]
+ParameterSets = Union[Mapping[str, Iterable[Number]], Iterable[ParameterSet]]
+
+# A task takes so many sets, so that handing it out costs little beside them.
+_MOST_PER_TASK = 64
+_TASKS_PER_WORKER = 8
+
+
+class SweepResult(NamedTuple):
+    """One set of parameters and what came of it."""
+
+    index: int
+    parameters: Dict[str, Number]
+    solution: Optional[Solution]
+    """Of a failed set what is known of it, or None."""
+    error: Optional[Exception]
+    """None when all is well."""
+
+
+class _Stopped(Exception):
+    pass
+
+
+class Sweep(Sequence):
+    """Results of a sweep in the order of the sets: a sequence of SweepResult.
+
+    sweep["k"] are the values of a constant that was set, sweep["x"] and sweep["t"] those of any other name and the time at
+    the end of each run, or at all rows where rows were asked for: numpy.longdouble of shape (sets,) or (sets, rows), not a
+    number where a set failed.
+    """
+
+    def __init__(
+        self, results: List[SweepResult], constants: Iterable[str], shape: Tuple[int, ...], last_only: bool
+    ) -> None:
+        self._results = results
+        self._constants = frozenset(constants)
+        self._last_only = last_only
+        self.shape = shape
+        """How many values of each parameter there are, for reshape; (sets,) for a list of sets."""
+
+    @property
+    def parameters(self) -> List[Dict[str, Number]]:
+        return [result.parameters for result in self._results]
+
+    @property
+    def errors(self) -> List[SweepResult]:
+        """The sets that failed."""
+        return [result for result in self._results if result.error is not None]
+
+    def __len__(self) -> int:
+        return len(self._results)
+
+    def __getitem__(self, key: Any) -> Any:
+        if not isinstance(key, str):
+            return self._results[key]
+        return self._parameter(key) if key in self._constants else self._values(key)
+
+    def _parameter(self, name: str) -> numpy.ndarray:
+        values = numpy.full(len(self), numpy.nan, numpy.longdouble)
+        # For texts and fractions, which have 64 bits.
+        problem = Model("zero = 0;")._problem
+        for i, result in enumerate(self._results):
+            if name in result.parameters:
+                values[i] = real_of(result.parameters[name], problem)
+        return values
+
+    def _values(self, name: str) -> numpy.ndarray:
+        good = [(i, result.solution[name]) for i, result in enumerate(self._results) if result.error is None]
+        width = 1 if self._last_only else max((len(values) for _, values in good), default=0)
+        table = numpy.full((len(self), width), numpy.nan, numpy.longdouble)
+        for i, values in good:
+            table[i, : min(len(values), width)] = values[-width:]
+        return table[:, 0] if self._last_only else table
+
+    def to_pandas(self, *names: str) -> Any:
+        """A pandas.DataFrame, a row for each set: its parameters, names of the model at the end, and the error or ""."""
+        import pandas
+
+        shown = names or next((tuple(r.solution.names) for r in self._results if r.solution is not None), ())
+        known = dict.fromkeys(name for result in self._results for name in result.parameters)
+        columns: Dict[str, Any] = {
+            name if name in self._constants else f"{name}(start)": self._parameter(name) for name in known
+        }
+        for name in shown:
+            if name not in columns:
+                values = self._values(name)
+                columns[name] = values if values.ndim == 1 else values[:, -1]
+        columns["error"] = ["" if result.error is None else str(result.error) for result in self._results]
+        return pandas.DataFrame(columns)
+
+    def __repr__(self) -> str:
+        return f"<zirk.Sweep: {len(self)} sets, {len(self.errors)} failed>"
+
+
+def sets_of(parameters: ParameterSets) -> Tuple[List[Dict[str, Number]], Tuple[int, ...]]:
+    """All sets, and how many values each parameter has; the last one changes fastest."""
+    if isinstance(parameters, Mapping):
+        lists = {name: list(values) for name, values in parameters.items()}
+        sets = [dict(zip(lists, values)) for values in itertools.product(*lists.values())]
+        return sets, tuple(len(values) for values in lists.values())
+    sets = [dict(one) for one in parameters]
+    return sets, (len(sets),)
+
+
+def _solve_some(
+    model: Model, begin: int, sets: List[Dict[str, Number]], end: Any, options: Dict[str, Any], stop: Any
+) -> List[SweepResult]:
+    """What a worker does; `stop` is an event of this process, or None."""
+
+    def look(*_: Any) -> None:
+        if stop is not None and stop.is_set():
+            raise _Stopped
+
+    results = []
+    for index, one in enumerate(sets, begin):
+        look()
+        try:
+            solution = solve(model, end, set=one, progress=look if stop is not None else None, **options)
+            results.append(SweepResult(index, one, solution, None))
+        except (Error, ValueError, TypeError, MemoryError) as error:
+            results.append(SweepResult(index, one, getattr(error, "solution", None), error))
+    return results
+
+
+def _tasks(count: int) -> Iterator[range]:
+    size = max(1, min(_MOST_PER_TASK, count // (_TASKS_PER_WORKER * (os.cpu_count() or 1))))
+    return (range(i, min(i + size, count)) for i in range(0, count, size))
+
+
+def sweep(
+    model: Union[str, Model],
+    parameters: ParameterSets,
+    end: Optional[Number] = None,
+    *,
+    executor: Optional[concurrent.futures.Executor] = None,
+    on_result: Optional[Callable[[SweepResult], Any]] = None,
+    **options: Any,
+) -> Sweep:
+    """Solves a model for many sets of values: all combinations of {"k": values, ...}, or a list of {"k": value, ...}.
+
+    executor  : any of concurrent.futures; without one, a thread for each core. Runs hold no lock, so threads are enough
+                on one machine
+    on_result : called with each SweepResult as soon as it is there, in the thread of the caller
+    options   : of zirk.solve. Without at, every or rows only the ends are kept; without dense=True no polynomials
+
+    A set that fails is reported with its parameters and does not lose the others. A name that the model does not have is
+    a ParseError at once. Ctrl-C ends a sweep by threads within a tenth of a second or two.
+
+    >>> import zirk
+    >>> found = zirk.sweep("k = 1;  x'' = -k*x & 1;", {"k": [1, 4, 9]}, "pi")
+    >>> found["k"].tolist(), [round(float(x), 15) for x in found["x"]]
+    ([1.0, 4.0, 9.0], [-1.0, 1.0, -1.0])
+    """
+    sets, shape = sets_of(parameters)
+    model = model_of(model, None, None)
+    constants = set(name for one in sets for name in one)
+    if sets:
+        constants &= model.where(sets[0]).parameters.keys()
+    last_only = not any(options.get(key) is not None for key in ("at", "every", "rows"))
+    if last_only:
+        if end is None:
+            raise TypeError("sweep needs an end, or times in at")
+        options["at"] = [end]
+    options.setdefault("dense", False)
+
+    own = executor is None
+    stop = threading.Event() if own else None
+    pool = concurrent.futures.ThreadPoolExecutor(os.cpu_count()) if executor is None else executor
+    results: List[Optional[SweepResult]] = [None] * len(sets)
+    waiting: List[concurrent.futures.Future] = []
+    try:
+        for part in _tasks(len(sets)):
+            some = sets[part.start : part.stop]
+            waiting.append(pool.submit(_solve_some, model, part.start, some, end, options, stop))
+        for future in concurrent.futures.as_completed(waiting):
+            for result in future.result():
+                results[result.index] = result
+                if on_result is not None:
+                    on_result(result)
+    except BaseException:
+        if stop is not None:
+            stop.set()
+        for future in waiting:
+            future.cancel()
+        raise
+    finally:
+        if own:
+            pool.shutdown()
+    done = [result for result in results if result is not None]
+    # What every set is refused for lies in the options.
+    if done and all(result.error is not None and not isinstance(result.error, Error) for result in done):
+        raise done[0].error  # type: ignore[misc]
+    return Sweep(done, constants, shape, last_only)
