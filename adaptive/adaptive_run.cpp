@@ -23,7 +23,7 @@ void addExactly(real a, real b, real& sum, real& rest) {
 constexpr real longestEver = 0x1p1000L;
 
 /// What is smaller is zero.
-constexpr real vanishing = 0x1p-16310L;
+constexpr real vanishing = 0x1p-16100L;
 
 /// Between steps that begin at the same time so many jumps are taken for one event.
 constexpr int mostJumpsAtOnce = 1000;
@@ -128,9 +128,16 @@ real AdaptiveRun::chooseLength() {
     real length = 0;
     // Sizes of terms are compared at about the length of the step: a scale far above it is taken back.
     constexpr real muchTooLarge = 0.125L;
-    for (;;) {
+    for (int shrunk = 0;; ++shrunk) {
         expand();
         length = machine_->size.longest(machine_->series);
+        // Near the end of the numbers, terms of a smaller scale may still be some.
+        constexpr int mostTries = 3;
+        if (std::isnan(length) && shrunk < mostTries) {
+            scale_ /= 256;
+            wide_ = 0;
+            continue;
+        }
         if (!(length < muchTooLarge) || isTooShort(length)) break;
         scale_ *= std::exp2(std::floor(std::log2(length)));
         wide_ = 0;

@@ -10,7 +10,7 @@ using namespace zirk;
 
 namespace {
 
-class Graph : public ::testing::Test {
+class FormulaGraphs : public ::testing::Test {
 protected:
     FormulaGraph graph;
     const NodeIndex x = graph.variable(0);
@@ -24,7 +24,7 @@ protected:
     }
 };
 
-TEST_F(Graph, HoldsEqualFormulasOnce) {
+TEST_F(FormulaGraphs, HoldsEqualFormulasOnce) {
     EXPECT_EQ(graph.variable(0), x);
     EXPECT_NE(x, y);
     EXPECT_EQ(graph.time(), graph.time());
@@ -35,7 +35,7 @@ TEST_F(Graph, HoldsEqualFormulasOnce) {
     EXPECT_EQ(graph.size(), size);
 }
 
-TEST_F(Graph, TakesSumsAndProductsInEitherOrder) {
+TEST_F(FormulaGraphs, TakesSumsAndProductsInEitherOrder) {
     EXPECT_EQ(graph.add(x, y), graph.add(y, x));
     EXPECT_EQ(graph.multiply(x, y), graph.multiply(y, x));
     EXPECT_NE(graph.subtract(x, y), graph.subtract(y, x));
@@ -43,14 +43,14 @@ TEST_F(Graph, TakesSumsAndProductsInEitherOrder) {
     EXPECT_NE(graph.power(x, y), graph.power(y, x));
 }
 
-TEST_F(Graph, TellsNumbersApartByTheirLastBit) {
+TEST_F(FormulaGraphs, TellsNumbersApartByTheirLastBit) {
     const real a = 0.1L;
     EXPECT_NE(graph.number(a), graph.number(std::nextafter(a, real{1})));
     EXPECT_NE(graph.number(a), graph.number(static_cast<double>(a)));
     EXPECT_NE(graph.number(0), graph.number(-0.0L));
 }
 
-TEST_F(Graph, MakesOperandsBeforeWhatIsMadeFromThem) {
+TEST_F(FormulaGraphs, MakesOperandsBeforeWhatIsMadeFromThem) {
     graph.divide(graph.add(y, graph.power(x, graph.number(3))), graph.negate(graph.multiply(y, x)));
     for (NodeIndex i = 0; i < graph.size(); ++i) {
         if (graph[i].operation == Operation::Variable) continue;
@@ -60,7 +60,7 @@ TEST_F(Graph, MakesOperandsBeforeWhatIsMadeFromThem) {
     }
 }
 
-TEST_F(Graph, SimplifiesExactZerosAndOnes) {
+TEST_F(FormulaGraphs, SimplifiesExactZerosAndOnes) {
     EXPECT_EQ(graph.add(x, zero), x);
     EXPECT_EQ(graph.add(zero, x), x);
     EXPECT_EQ(graph.subtract(x, zero), x);
@@ -76,7 +76,7 @@ TEST_F(Graph, SimplifiesExactZerosAndOnes) {
     EXPECT_EQ(graph.negate(graph.negate(x)), x);
 }
 
-TEST_F(Graph, SimplifiesNothingElse) {
+TEST_F(FormulaGraphs, SimplifiesNothingElse) {
     EXPECT_FALSE(graph.isNumber(graph.subtract(x, x)));
     EXPECT_FALSE(graph.isNumber(graph.divide(x, x)));
     EXPECT_NE(graph.add(x, graph.number(1e-4000L)), x);
@@ -85,7 +85,7 @@ TEST_F(Graph, SimplifiesNothingElse) {
     EXPECT_FALSE(graph.isNumber(graph.power(one, x)));
 }
 
-TEST_F(Graph, FoldsConstantsWithAllBits) {
+TEST_F(FormulaGraphs, FoldsConstantsWithAllBits) {
     EXPECT_EQ(folded(graph.add(one, graph.number(0x1p-63L))), 1 + 0x1p-63L);
     EXPECT_EQ(folded(graph.divide(one, graph.number(3))), 1.0L / 3);
     EXPECT_EQ(folded(graph.multiply(graph.number(0.1L), graph.number(0.1L))), 0.1L * 0.1L);
@@ -96,7 +96,7 @@ TEST_F(Graph, FoldsConstantsWithAllBits) {
     EXPECT_TRUE(std::isnan(folded(graph.divide(zero, zero))));
 }
 
-TEST_F(Graph, IsImportedWithAllThatAFormulaNeedsAndNoMore) {
+TEST_F(FormulaGraphs, IsImportedWithAllThatAFormulaNeedsAndNoMore) {
     const NodeIndex shared = graph.apply(ExprType::Exp, x);
     const NodeIndex formula = graph.add(graph.multiply(shared, y), graph.divide(shared, graph.time()));
     graph.apply(ExprType::Cos, y);
@@ -110,7 +110,7 @@ TEST_F(Graph, IsImportedWithAllThatAFormulaNeedsAndNoMore) {
     EXPECT_EQ(other.size(), 7u);
 }
 
-TEST_F(Graph, IsImportedHoweverDeepItIs) {
+TEST_F(FormulaGraphs, IsImportedHoweverDeepItIs) {
     NodeIndex deep = x;
     for (int i = 0; i < 300000; ++i) deep = graph.apply(ExprType::Sin, deep);
     FormulaGraph other;
