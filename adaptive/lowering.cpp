@@ -2,7 +2,9 @@
 // One node of the graph after the other, operands first.
 #include "adaptive/lowering.hpp"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <map>
 #include <tuple>
 
@@ -49,11 +51,13 @@ private:
     real numberOf(NodeIndex node) const { return graph_[node].number; }
     bool isConstant(ValueIndex value) const { return value == none || system_.values[value].isConstant; }
 
-    /// A value that equals none before it.
+    /// A value that equals none before it. The partner of a rate may come later, and is constant when the operand is.
     ValueIndex append(Value value) {
         value.formula = node_;
-        value.isConstant = value.law == Law::Constant || isJumping(value) ||
-                           (value.law != Law::Time && isConstant(value.a) && isConstant(value.b));
+        const Operands operands = sameOrderOperands(value);
+        const bool standsStill = std::all_of(std::begin(operands.of), std::end(operands.of),
+                                             [this](ValueIndex operand) { return isConstant(operand); });
+        value.isConstant = isJumping(value) || (value.law != Law::Time && standsStill);
         system_.values.push_back(value);
         return system_.size() - 1;
     }
@@ -202,16 +206,10 @@ private:
             one.function = first;
             Value other = with(Law::ProductRate, u, at, otherSign);
             other.function = second;
-            appendRate(one);
-            appendRate(other);
+            append(one);
+            append(other);
         }
         return asked == first ? at : at + 1;
-    }
-
-    /// A rate whose partner comes later.
-    void appendRate(const Value& value) {
-        append(value);
-        system_.values.back().isConstant = isConstant(value.a);
     }
 
     /// c' = sign * w * u' with w = squareSign * c^2 from term 1 on.
@@ -221,7 +219,7 @@ private:
         if (isNew) {
             Value c = with(Law::ProductRate, u, at + 1, sign);
             c.function = kind;
-            appendRate(c);
+            append(c);
             Value w = with(Law::SquareLaw, at, u, squareSign);
             w.start = start;
             append(w);
@@ -234,7 +232,7 @@ private:
         if (isNew) {
             Value c = with(Law::ProductRate, u, place->second, 1);
             c.function = ExprType::Exp;
-            appendRate(c);
+            append(c);
         }
         return place->second;
     }
