@@ -1,8 +1,7 @@
 // Where a ball lands that is thrown against the drag of the air, by the library:
 //     g++ -std=c++17 landing.cpp $(pkg-config --cflags --libs zirk) -o landing && ./landing
-#include <zirk/integrator.hpp>
-
 #include <cstdio>
+#include <zirk/integrator.hpp>
 
 int main() {
     const auto ball = zirk::Problem::fromText(

@@ -3,8 +3,8 @@
 //
 //     stiff robertson|vanderpol ORDER quad|long TIME...
 //
-// The recurrences stand written out. Steps as in A. Jorba, M. Zou, Experimental Mathematics 14 (2005) 99-117; the time is
-// summed without rounding in two parts.
+// The recurrences stand written out. Steps as in A. Jorba, M. Zou, Experimental Mathematics 14 (2005) 99-117; the time
+// is summed without rounding in two parts.
 #include <quadmath.h>
 
 #include <array>
