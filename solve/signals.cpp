@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <ctime>
 
 namespace zirk::solve {
 
@@ -26,7 +27,24 @@ void setHandler(int signal, void (*handler)(int), int flags) {
 
 void onQuestion(int) { questions = 1; }
 
+/// In seconds; a second signal so soon is the same wish: `timeout` and some shells send to a process and to its group.
+constexpr double sameWish = 0.1;
+
+/// When the first signal came; written before `ending`.
+timespec askedToEnd{};
+
+double secondsSince(const timespec& start) {
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return static_cast<double>(now.tv_sec - start.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec - start.tv_nsec);
+}
+
 void onEnding(int signal) {
+    if (ending != 0) {
+        if (secondsSince(askedToEnd) > sameWish) endBySignal(signal);
+        return;
+    }
+    clock_gettime(CLOCK_MONOTONIC, &askedToEnd);
     ending = signal;
     itimerval aSecond{};
     aSecond.it_value.tv_sec = 1;
@@ -54,7 +72,7 @@ EndingHeld::EndingHeld() {
     setHandler(SIGALRM, onPatienceLost, 0);
     for (const int signal : endingSignals) {
         // Whoever started the run wants it to survive them.
-        if (!isIgnored(signal)) setHandler(signal, onEnding, static_cast<int>(SA_RESETHAND));
+        if (!isIgnored(signal)) setHandler(signal, onEnding, 0);
     }
 }
 

@@ -11,7 +11,8 @@ void listenForQuestions();
 bool isAsked();
 
 /// While it lives, the signals by which users end a run (SIGINT, SIGTERM, SIGHUP) let the run come to its next row or
-/// step. A run that does not come to one within a second, or gets such a signal again, is ended where it stands.
+/// step. A run that does not come to one within a second, or gets such a signal again a moment later, is ended where it
+/// stands.
 class EndingHeld {
 public:
     EndingHeld();
