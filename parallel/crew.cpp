@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+// From what a run asks for to the threads that it gets.
+#include "parallel/crew.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace zirk {
+
+namespace {
+
+/// What a step with several threads has to be faster by.
+constexpr double leastGain = 1.05;
+
+unsigned mostFor(const ThreadOptions& options) {
+    return std::min(options.most > 0 ? options.most : processorsToShare(), mostThreads);
+}
+
+}  // namespace
+
+Crew::Crew(const ThreadOptions& options)
+    : most_(mostFor(options)), isShared_(options.most == 0), always_(options.always) {}
+
+Schedule Crew::cut(const TaskGraph& tasks) const {
+    return always_ ? Schedule(tasks, most_, 0) : Schedule::best(tasks, most_);
+}
+
+void Crew::hire(unsigned members) {
+    if (members > 1 && (team_ == nullptr || team_->size() < members)) team_ = std::make_unique<Team>(members);
+}
+
+unsigned Crew::wanted() {
+    if (team_ == nullptr) return 0;
+    if (!always_ && retreat_.takesPoint()) return 1;
+    return team_->present();
+}
+
+Crew::Turn::Turn(Crew& crew) : crew_(crew), share_(crew.wanted(), crew.isShared_) {
+    crew.members_ = std::max(share_.size(), 1U);
+    if (crew.members_ == 1) return;
+    begin_ = std::chrono::steady_clock::now();
+    waitedBefore_ = crew.team_->waited();
+}
+
+Crew::Turn::~Turn() {
+    const unsigned members = std::exchange(crew_.members_, 1U);
+    if (members == 1) return;
+    // Had all the others worked as long as the caller, alone it would have taken so many times as long.
+    const std::chrono::duration<double> whole = std::chrono::steady_clock::now() - begin_;
+    const std::chrono::duration<double> waited = crew_.team_->waited() - waitedBefore_;
+    (whole - waited) * members < leastGain * whole ? crew_.retreat_.fail() : crew_.retreat_.succeed();
+}
+
+}  // namespace zirk
