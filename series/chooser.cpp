@@ -15,7 +15,8 @@ constexpr int lowOrder = 60;
 
 }  // namespace
 
-Chooser::Chooser(Calculus& calculus, const EquationTable& equations) : calculus_(calculus), equations_(equations) {}
+Chooser::Chooser(Calculus& calculus, const EquationTable& equations, const ThreadOptions& threads)
+    : calculus_(calculus), equations_(equations), threads_(threads) {}
 
 Chooser::~Chooser() = default;
 
@@ -30,7 +31,7 @@ bool Chooser::sumAll() {
         return false;
     }
     if (retreat_.takesPoint()) return false;
-    if (pass_ == nullptr) pass_ = std::make_unique<SeriesPass>(calculus_, equations_);
+    if (pass_ == nullptr) pass_ = std::make_unique<SeriesPass>(calculus_, equations_, threads_);
     const bool summed = pass_->sumAll();
     summed ? retreat_.succeed() : retreat_.fail();
     return summed;

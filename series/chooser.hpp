@@ -6,8 +6,9 @@
 
 #include "expr/calculus.hpp"
 #include "lang/equation_table.hpp"
-#include "series/retreat.hpp"
+#include "parallel/retreat.hpp"
 #include "series/term_graph.hpp"
+#include "zirk/threads.hpp"
 
 namespace zirk {
 
@@ -26,6 +27,7 @@ class SeriesPass;
 //                  from the first term that two doubles cannot hold.
 //   SeriesPass     One point: leaves, programs, then the sums of the variables (SeriesSum), until all have ended.
 //   Batching       How many orders run before the sums are looked at again.
+//   Sections       A program cut into parts that several threads run at the same time, where that pays (parallel/).
 //   NeededPart     What of the program is still needed when some sums have ended.
 //   HighestTerms   How far the nodes would have computed each variable, which tests and dumps show.
 //   Retreat        How long to leave alone what has just failed: pairs of doubles, or the program as a whole.
@@ -36,7 +38,7 @@ class SeriesPass;
 /// Sums every differential variable of a prepared system, to the same bits as the nodes do by themselves.
 class Chooser {
 public:
-    Chooser(Calculus& calculus, const EquationTable& equations);
+    Chooser(Calculus& calculus, const EquationTable& equations, const ThreadOptions& threads = {});
     ~Chooser();
 
     /// Sums and hands the results to the variables. False, with no variable touched, when it has to be left to the
@@ -53,6 +55,7 @@ public:
 private:
     Calculus& calculus_;
     const EquationTable& equations_;
+    const ThreadOptions threads_;
     std::unique_ptr<SeriesPass> pass_;
     /// Points that were left to the nodes before the program was made.
     int waited_ = 0;

@@ -5,8 +5,9 @@
 #include <vector>
 
 #include "expr/series_sum.hpp"
+#include "parallel/crew.hpp"
+#include "parallel/retreat.hpp"
 #include "series/program.hpp"
-#include "series/retreat.hpp"
 #include "series/term_arrays.hpp"
 
 namespace zirk {
@@ -32,14 +33,20 @@ struct OrderTerms {
 /// told. Orders have to be run in rising order.
 class OrderRun {
 public:
-    /// For programs that name so many slots, variables among them, and arrays.
-    OrderRun(std::size_t slots, std::size_t variables, std::size_t arrays);
+    /// For programs that name so many slots, variables among them, and arrays; those that are cut are run by the crew.
+    OrderRun(std::size_t slots, std::size_t variables, std::size_t arrays, Crew& crew);
 
     /// Forgets all terms: a new point begins.
     void beginPoint();
 
     /// Term 0 of a variable, kept in `array` as well unless that is none. False when it is not finite.
     bool setStart(SlotIndex variable, ArrayIndex array, const real& start);
+
+    /// The same where the form in force holds it; false where it does not, with nothing done. Variables that share
+    /// nothing may be set at the same time.
+    bool fitStart(SlotIndex variable, ArrayIndex array, const real& start) {
+        return isWide_ ? storeStart(wide_, variable, array, start) : storeStart(narrow_, variable, array, start);
+    }
 
     /// The present term of a slot that is no variable. False when it is not finite.
     bool setNow(SlotIndex slot, real term);
@@ -71,6 +78,14 @@ public:
     bool isWide() const { return isWide_; }
 
 private:
+    template <class Cell>
+    static bool storeStart(OrderTerms<Cell>& form, SlotIndex variable, ArrayIndex array, const real& start) {
+        const bool held = store(form.rows[variable], start);
+        return array == TermGraph::none ? held : held && store(form.arrays.at(array, 0), start);
+    }
+    template <class Cell>
+    std::size_t runAll(const Program& program, std::size_t first, std::size_t last, const real* factors,
+                       OrderTerms<Cell>& terms);
     std::size_t at(SlotIndex variable, int k) const { return static_cast<std::size_t>(k) * variables_ + variable; }
     void reserve(std::size_t terms);
     void goWide();
@@ -80,6 +95,7 @@ private:
     bool storeOne(const Action& action);
 
     std::size_t variables_;
+    Crew& crew_;
     bool isWide_ = false;
     bool beganWide_ = false;
     Retreat retreat_;

@@ -235,15 +235,24 @@ private:
 
 Program Program::needing(const std::vector<char>& needed) const {
     Program part;
+    part.parts = parts;
     auto next = instructions.begin();
+    const auto endSections = [&] {
+        const auto done = static_cast<std::size_t>(next - instructions.begin());
+        for (std::size_t i = part.sectionEnds.size(); i < sectionEnds.size() && sectionEnds[i] <= done; ++i) {
+            part.sectionEnds.push_back(part.instructions.size());
+        }
+    };
     for (const Chain& chain : chains) {
         const auto end = next + chain.length;
+        endSections();
         if (needed[chain.owner] != 0) {
             part.chains.push_back(chain);
             part.instructions.insert(part.instructions.end(), next, end);
         }
         next = end;
     }
+    endSections();
     return part;
 }
 

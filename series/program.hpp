@@ -2,6 +2,8 @@
 // What has to be done at one order, as instructions for a machine with one accumulator.
 #pragma once
 
+#include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "series/term_graph.hpp"
@@ -59,12 +61,24 @@ struct Program {
         std::uint32_t length;
     };
 
-    /// The chains whose owners are needed.
+    /// The chains whose owners are needed, in the same sections.
     Program needing(const std::vector<char>& needed) const;
+
+    /// The instructions of a part of a stage, from begin to end.
+    std::pair<std::size_t, std::size_t> section(unsigned stage, unsigned part) const {
+        const std::size_t index = static_cast<std::size_t>(stage) * parts + part;
+        return {index == 0 ? 0 : sectionEnds[index - 1], sectionEnds[index]};
+    }
+    unsigned stages() const { return static_cast<unsigned>(sectionEnds.size() / parts); }
 
     std::vector<Chain> chains;
     /// Those of the chains, one after the other.
     std::vector<Instruction> instructions;
+
+    /// Where it is cut for several threads (series/sections.hpp): parts run at the same time, stages one after the
+    /// other. The end of every section in the instructions, stage by stage; none where it is not cut.
+    unsigned parts = 1;
+    std::vector<std::size_t> sectionEnds;
 };
 
 /// The programs for a graph.

@@ -5,14 +5,17 @@
 #include <algorithm>
 #include <utility>
 
+#include "series/sections.hpp"
+
 namespace zirk {
 
-SeriesPass::SeriesPass(Calculus& calculus, const EquationTable& equations)
+SeriesPass::SeriesPass(Calculus& calculus, const EquationTable& equations, const ThreadOptions& threads)
     : calculus_(calculus),
       all_(equations),
       distinct_(all_),
       programs_(distinct_.graph),
-      run_(distinct_.graph.slots.size(), distinct_.graph.variables, programs_.arrays),
+      crew_(threads),
+      run_(distinct_.graph.slots.size(), distinct_.graph.variables, programs_.arrays, crew_),
       needed_(distinct_.graph, programs_.varying),
       sums_(distinct_.graph.variables),
       highestTerms_(all_) {
@@ -20,6 +23,15 @@ SeriesPass::SeriesPass(Calculus& calculus, const EquationTable& equations)
         if (distinct_.graph.isLeaf(slot)) leaves_.push_back(slot);
         if (distinct_.graph[slot].isConstant) constants_.push_back(slot);
     }
+    cutProgram();
+}
+
+void SeriesPass::cutProgram() {
+    if (crew_.isAlone()) return;
+    const Schedule schedule = crew_.cut(tasksOf(programs_.varying));
+    if (schedule.parts == 1) return;
+    programs_.varying = inSections(programs_.varying, schedule);
+    crew_.hire(schedule.parts);
 }
 
 bool SeriesPass::begin() {
@@ -28,14 +40,31 @@ bool SeriesPass::begin() {
     knowsHighest_ = false;
     wanting_.clear();
     for (const SlotIndex leaf : leaves_) distinct_.graph[leaf].node->BeginStep();
-    for (SlotIndex i = 0; i < all_.variables; ++i) all_[i].node->BeginStep();
+    crew_.divide(all_.variables, [&](std::size_t first, std::size_t last) {
+        const Calculus::Scope scope(calculus_);
+        for (std::size_t i = first; i < last; ++i) all_.slots[i].node->BeginStep();
+    });
+    if (!setStarts()) return false;
     for (SlotIndex i = 0; i < distinct_.graph.variables; ++i) {
-        const real& start = distinct_.graph[i].node->startValue();
-        if (!run_.setStart(i, programs_.arrayOf[i], start)) return false;
-        sums_[i].begin(start, calculus_);
         if (sums_[i].wantsMore(calculus_)) wanting_.push_back(i);
     }
     needed_.beginPoint(wanting_);
+    return true;
+}
+
+bool SeriesPass::setStarts() {
+    std::atomic<bool> allFit{true};
+    crew_.divide(distinct_.graph.variables, [&](std::size_t first, std::size_t last) {
+        for (auto i = static_cast<SlotIndex>(first); i < last; ++i) {
+            const real& start = distinct_.graph[i].node->startValue();
+            if (!run_.fitStart(i, programs_.arrayOf[i], start)) allFit.store(false, std::memory_order_relaxed);
+            sums_[i].begin(start, calculus_);
+        }
+    });
+    if (allFit) return true;
+    for (SlotIndex i = 0; i < distinct_.graph.variables; ++i) {
+        if (!run_.setStart(i, programs_.arrayOf[i], distinct_.graph[i].node->startValue())) return false;
+    }
     return true;
 }
 
@@ -55,10 +84,14 @@ bool SeriesPass::runConstants(int k) {
 }
 
 void SeriesPass::addTerms(int first, int last) {
+    crew_.divide(wanting_.size(), [&](std::size_t begin, std::size_t end) {
+        for (std::size_t i = begin; i < end; ++i) {
+            run_.addTerms(sums_[wanting_[i]], wanting_[i], first, last, calculus_);
+        }
+    });
     int orders = 0;  // that the components whose last sums end here took
     const auto ended = std::remove_if(wanting_.begin(), wanting_.end(), [&](SlotIndex variable) {
-        SeriesSum& series = sums_[variable];
-        run_.addTerms(series, variable, first, last, calculus_);
+        const SeriesSum& series = sums_[variable];
         if (series.wantsMore(calculus_)) return false;
         if (needed_.noteEnd(variable)) orders = std::max(orders, series.k - 1);
         return true;
@@ -83,6 +116,7 @@ void SeriesPass::spreadHighest() const {
 }
 
 bool SeriesPass::sumAll() {
+    const Crew::Turn turn(crew_);
     if (!begin()) return false;
     for (int k = 0; !wanting_.empty();) {
         // From term 2 on every leaf is zero, and what is computed from constants only is what it was at term 1.
@@ -93,9 +127,14 @@ bool SeriesPass::sumAll() {
         addTerms(k + 1, last + 1);
         k = last + 1;
     }
-    for (SlotIndex i = 0; i < all_.variables; ++i) {
-        asVariable(all_[i].node)->adopt(sums_[distinct_.representative[i]]);
-    }
+    // So that no variable has to raise it, which all share.
+    for (const SeriesSum& sum : sums_) calculus_.orderUsed = std::max(calculus_.orderUsed, sum.order());
+    crew_.divide(all_.variables, [&](std::size_t first, std::size_t last) {
+        const Calculus::Scope scope(calculus_);
+        for (auto i = static_cast<SlotIndex>(first); i < last; ++i) {
+            asVariable(all_[i].node)->adopt(sums_[distinct_.representative[i]]);
+        }
+    });
     return true;
 }
 

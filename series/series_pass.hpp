@@ -12,6 +12,7 @@
 #include "series/highest_terms.hpp"
 #include "series/needed_part.hpp"
 #include "series/order_run.hpp"
+#include "zirk/threads.hpp"
 
 namespace zirk {
 
@@ -21,7 +22,7 @@ namespace zirk {
 /// whose own sum has ended is computed only while others need it.
 class SeriesPass {
 public:
-    SeriesPass(Calculus& calculus, const EquationTable& equations);
+    SeriesPass(Calculus& calculus, const EquationTable& equations, const ThreadOptions& threads = {});
     SeriesPass(const SeriesPass&) = delete;
     SeriesPass& operator=(const SeriesPass&) = delete;
 
@@ -36,6 +37,8 @@ public:
 
 private:
     bool begin();
+    bool setStarts();
+    void cutProgram();
     bool setLeaves(int k);
     bool runConstants(int k);
     /// Adds terms `first` to `last` to the sums; those that end want no more.
@@ -45,10 +48,11 @@ private:
     Calculus& calculus_;
     const TermGraph all_;
     const DistinctTerms distinct_;
-    const Programs programs_;
+    Programs programs_;
     std::vector<SlotIndex> leaves_;
     std::vector<SlotIndex> constants_;
 
+    Crew crew_;
     OrderRun run_;
     Batching batching_;
     NeededPart needed_;

@@ -21,7 +21,7 @@ protected:
         nextStep();
         graph = TermGraph(system.equations);
         programs = std::make_unique<Programs>(graph);
-        run = std::make_unique<OrderRun>(graph.slots.size(), graph.variables, programs->arrays);
+        run = std::make_unique<OrderRun>(graph.slots.size(), graph.variables, programs->arrays, crew);
     }
 
     /// A point with terms 0 in place; false when one of them is not finite.
@@ -60,6 +60,7 @@ protected:
 
     TermGraph graph;
     std::unique_ptr<Programs> programs;
+    Crew crew{ThreadOptions()};
     std::unique_ptr<OrderRun> run;
 };
 
