@@ -148,6 +148,11 @@ private:
 
     ValueIndex quotient(ValueIndex a, ValueIndex b) {
         if (isConstant(b)) return make(Law::RatioBy, a, b);
+        // A power moves up: one more sum for it, but products need no check of their own and no division.
+        const Value& power = system_.values[b];
+        if (b >= system_.variables && power.law == Law::Power && power.n != std::trunc(power.n)) {
+            return product(a, make(Law::Power, power.a, none, -power.n));
+        }
         const Multiple numerator = multiple(a);
         return make(Law::Quotient, numerator.of, b, numerator.factor);
     }
@@ -173,9 +178,9 @@ private:
     }
 
     ValueIndex byProducts(ValueIndex u, unsigned n) {
-        // The square of a root is what is under it; a root that stays keeps watch over its domain.
+        // Odd powers of a root are powers of what is under it, and watch its domain as the root does.
         if (n % 2 == 1 && n > 1 && u >= system_.variables && system_.values[u].law == Law::Root) {
-            return product(byProducts(system_.values[u].a, n / 2), u);
+            return make(Law::Power, system_.values[u].a, none, static_cast<real>(n) / 2);
         }
         ValueIndex result = none;
         for (ValueIndex square = u;; square = product(square, square)) {

@@ -35,7 +35,10 @@ constexpr real infinite = std::numeric_limits<real>::infinity();
 
 /// The k-th root; 53 bits are plenty for the length of a step.
 real rootOf(real x, int k) {
+    constexpr real least = 1e-300L;
+    constexpr real most = 1e300L;
     if (x == 0 || !std::isfinite(x)) return x;
+    if (x > least && x < most) return std::exp2(std::log2(static_cast<double>(x)) / k);
     int exponent = 0;
     const auto mantissa = static_cast<double>(std::frexp(x, &exponent));
     const double logarithm = (std::log2(mantissa) + exponent) / k;
@@ -43,8 +46,9 @@ real rootOf(real x, int k) {
     return std::ldexp(static_cast<real>(std::exp2(logarithm - whole)), static_cast<int>(whole));
 }
 
-real power(real x, int k) {
-    real result = 1;
+template <class T>
+T power(T x, int k) {
+    T result = 1;
     for (; k > 0; k /= 2, x *= x) {
         if (k % 2 == 1) result *= x;
     }
@@ -71,7 +75,9 @@ int orderFor(real tolerance) {
 }
 
 StepSize::StepSize(const ValueSystem& system, real tolerance)
-    : system_(system), tolerance_(tolerance), weights_(system.variables), isWatched_(system.size(), 0) {
+    : system_(system), tolerance_(tolerance), isWatched_(system.size(), 0) {
+    weights_.exact.resize(system.variables);
+    weights_.rounded.resize(system.variables);
     for (const ValueIndex value : system.watched) isWatched_[value] = 1;
     // Where a jump is located has to be as right as the solution.
     for (const Value& value : system.values) {
@@ -86,17 +92,20 @@ StepSize::StepSize(const ValueSystem& system, real tolerance)
 
 void StepSize::weigh(const StepSeries& series) {
     real largest = 0;
+    std::vector<real>& weights = weights_.exact;
     const auto take = [&](int from, int to) {
         for (ValueIndex i = 0; i < system_.variables; ++i) {
-            for (int k = from; k <= to; ++k) weights_[i] = std::max(weights_[i], std::fabs(series.variableTerm(i, k)));
-            largest = std::max(largest, weights_[i]);
+            for (int k = from; k <= to; ++k) weights[i] = std::max(weights[i], std::fabs(series.variableTerm(i, k)));
+            largest = std::max(largest, weights[i]);
         }
     };
-    std::fill(weights_.begin(), weights_.end(), real{0});
+    std::fill(weights.begin(), weights.end(), real{0});
     take(0, 2);
     if (largest == 0) take(3, series.order());
     floor_ = largest > 0 ? std::max(largest * smallestShare, tiny) : 1;
-    for (real& weight : weights_) weight = std::max(weight, floor_);
+    for (real& weight : weights) weight = std::max(weight, floor_);
+    weights_.haveDoubles = floor_ > std::numeric_limits<double>::min();
+    std::copy(weights.begin(), weights.end(), weights_.rounded.begin());
 }
 
 real StepSize::relativeTerm(const StepSeries& series, int k) const { return series.largest(k, weights_); }
@@ -122,8 +131,10 @@ ValueIndex StepSize::firstNotFinite(const StepSeries& series) const {
 }
 
 void StepSize::consider(ValueIndex value, real ratio, int k, real tolerance, real& step) {
-    // Most of what is asked does not limit the step: a power tells that sooner than a root.
-    if (step < infinite && ratio * power(step, k) <= tolerance) return;
+    // Most of what is asked does not limit the step: a power tells that sooner than a root. What a double cannot hold
+    // is no answer.
+    const auto size = static_cast<double>(ratio) * power(static_cast<double>(step), k);
+    if (size <= static_cast<double>(tolerance)) return;
     step = std::min(step, rootOf(tolerance / ratio, k));
     limiting_ = value;
 }

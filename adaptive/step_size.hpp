@@ -52,7 +52,7 @@ private:
 
     const ValueSystem& system_;
     real tolerance_;
-    std::vector<real> weights_;
+    Weights weights_;
     /// Least weight at the present step.
     real floor_ = 0;
     std::vector<ValueIndex> checked_;
