@@ -123,9 +123,11 @@ void Team::run(unsigned members, Call call, const void* work) {
 }
 
 void Team::wait(unsigned member) {
-    if (working_ == 1) return;
+    // Before the others can know that this member has come, and the next piece of work can change it.
+    const unsigned all = working_;
+    if (all == 1) return;
     const std::uint64_t phase = together_.value();
-    if (arrived_.fetch_add(1) + 1 == working_) {
+    if (arrived_.fetch_add(1) + 1 == all) {
         arrived_.store(0);
         together_.publish(phase + 1);
     } else {
