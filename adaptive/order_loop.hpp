@@ -2,7 +2,7 @@
 // The loop over orders: group after group of values that follow the same law.
 #pragma once
 
-#include "adaptive/arrangement.hpp"
+#include "adaptive/sections.hpp"
 
 namespace zirk {
 
@@ -30,6 +30,36 @@ struct OrderTables {
 /// Terms `first` to `last` of all values; behind each, the next term of the variables if there is one.
 void runOrders(const OrderTables<real>& tables, int first, int last);
 void runOrders(const OrderTables<double>& tables, int first, int last);
+
+/// The same by the members of a crew, section by section.
+void runOrders(const OrderTables<real>& tables, int first, int last, const Sections& sections, Crew& crew);
+void runOrders(const OrderTables<double>& tables, int first, int last, const Sections& sections, Crew& crew);
+
+/// Term k + 1 of the variables of one part. Others may still need terms k of these: they have them from
+/// their row, and nobody reads them anywhere else.
+template <class T>
+void advanceVariables(const OrderTables<T>& tables, int k, const Sections::Share& share) {
+    const auto n = static_cast<std::size_t>(k) + 1;
+    const T factor = tables.scale * tables.ofOrder[n];
+    T* const next = tables.rows + n * tables.arrangement->rowLength;
+    const T* const row = next - tables.arrangement->rowLength;
+    const T* const now = tables.now;
+    for (const Sections::Range& range : share.variables) {
+        for (ValueIndex i = range.begin; i < range.end; ++i) {
+            const ValueIndex rate = tables.rates[i];
+            next[i] = (rate < tables.variables ? row : now)[rate] * factor;
+        }
+    }
+    T* const rising = tables.cells + n;
+    T* const falling = tables.cells - n;
+    const auto order = static_cast<T>(k + 1);
+    for (const Arrangement::Instruction& to : share.keptVariables) {
+        const T term = next[to.value];
+        rising[to.rising] = term;
+        falling[to.falling] = term;
+        rising[to.weighted] = order * term;
+    }
+}
 
 /// Term k + 1 of the variables from term k of their rates.
 template <class T>

@@ -15,9 +15,9 @@ namespace zirk {
 template <class T>
 class Terms {
 public:
-    /// Both must live as long as this does. `plain`: every term straight from its law, over terms kept value by value,
+    /// All must live as long as this does. `plain`: every term straight from its law, over terms kept value by value,
     /// to the same bits.
-    Terms(const ValueSystem& system, const Arrangement& arrangement, bool plain);
+    Terms(const ValueSystem& system, const Arrangement& arrangement, const Sections& sections, Crew& crew, bool plain);
 
     /// A step begins with terms 0 of all values; terms are scaled to `scale`. Makes term 1 of the variables as well.
     void begin(const std::vector<real>& first, T scale);
@@ -49,11 +49,14 @@ private:
     OrderTables<T> tables();
     void runPlainly(int first, int last);
     void advancePlainly(int k);
+    void advance();
     T lawfulTerm(ValueIndex value, int k) const;
     void remember(ValueIndex value, int k, T term);
 
     const ValueSystem& system_;
     const Arrangement& arrangement_;
+    const Sections& sections_;
+    Crew& crew_;
     T scale_ = 0;
     /// Terms of the present order; zero for constants from order 1 on.
     std::vector<T> now_;

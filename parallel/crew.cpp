@@ -18,11 +18,11 @@ unsigned mostFor(const ThreadOptions& options) {
 
 }  // namespace
 
-Crew::Crew(const ThreadOptions& options)
-    : most_(mostFor(options)), isShared_(options.most == 0), always_(options.always) {}
-
 Schedule Crew::cut(const TaskGraph& tasks) const {
-    return always_ ? Schedule(tasks, most_, 0) : Schedule::best(tasks, most_);
+    if (options_.always) return Schedule(tasks, mostFor(options_), 0);
+    // How many processors there are takes longer to find out than a short run.
+    if (tasks.total() < Schedule::leastWork()) return Schedule(tasks, 1, 0);
+    return Schedule::best(tasks, mostFor(options_));
 }
 
 void Crew::hire(unsigned members) {
@@ -31,11 +31,11 @@ void Crew::hire(unsigned members) {
 
 unsigned Crew::wanted() {
     if (team_ == nullptr) return 0;
-    if (!always_ && retreat_.takesPoint()) return 1;
+    if (!options_.always && retreat_.takesPoint()) return 1;
     return team_->present();
 }
 
-Crew::Turn::Turn(Crew& crew) : crew_(crew), share_(crew.wanted(), crew.isShared_) {
+Crew::Turn::Turn(Crew& crew) : crew_(crew), share_(crew.wanted(), crew.options_.most == 0) {
     crew.members_ = std::max(share_.size(), 1U);
     if (crew.members_ == 1) return;
     begin_ = std::chrono::steady_clock::now();

@@ -2,7 +2,10 @@
 // The threads that one run may use, and those that it uses at one step.
 #pragma once
 
+#include <algorithm>
+#include <atomic>
 #include <chrono>
+#include <cstddef>
 #include <memory>
 #include <utility>
 
@@ -14,12 +17,21 @@
 
 namespace zirk {
 
+/// Makes a number no greater than another.
+template <class Number>
+void lower(std::atomic<Number>& number, Number other) {
+    Number least = number.load(std::memory_order_relaxed);
+    while (other < least && !number.compare_exchange_weak(least, other, std::memory_order_relaxed)) {
+    }
+}
+
 /// Holds a team once there is work for one, and takes processors for it step by step.
 class Crew {
 public:
-    explicit Crew(const ThreadOptions& options);
+    explicit Crew(const ThreadOptions& options) : options_(options) {}
 
-    bool isAlone() const { return most_ == 1; }
+    /// Whether it never has another member.
+    bool isAlone() const { return options_.most == 1; }
 
     /// How to cut work for this crew; one part where it is not to be cut.
     Schedule cut(const TaskGraph& tasks) const;
@@ -42,8 +54,35 @@ public:
     /// Calls work(begin, end) for as many pieces of 0 to `size` as there are members.
     template <class Work>
     void divide(std::size_t size, const Work& work) {
+        if (size < 2) return work(std::size_t{0}, size);
         const std::size_t count = members_;
         run([&](unsigned member) { work(size * member / count, size * (member + 1) / count); });
+    }
+
+    /// Calls work(block, begin, end) for each `blockSize` of 0 to `size`: what is put together of blocks does not depend on
+    /// the number of members.
+    static constexpr std::size_t blockSize = 256;
+    static std::size_t blocks(std::size_t size) { return (size + blockSize - 1) / blockSize; }
+    template <class Work>
+    void inBlocks(std::size_t size, const Work& work) {
+        divide(blocks(size), [&](std::size_t first, std::size_t last) {
+            for (std::size_t block = first; block < last; ++block) {
+                work(block, block * blockSize, std::min(size, (block + 1) * blockSize));
+            }
+        });
+    }
+
+    /// The least of 0 to `size` for which is(index) holds; `size` where it holds for none.
+    template <class Is>
+    std::size_t firstOf(std::size_t size, const Is& is) {
+        std::atomic<std::size_t> found{size};
+        inBlocks(size, [&](std::size_t, std::size_t begin, std::size_t end) {
+            for (std::size_t i = begin; i < end; ++i) {
+                if (!is(i)) continue;
+                return lower(found, i);
+            }
+        });
+        return found;
     }
 
     /// Processors are taken for one step as long as this lives; where they turn out to be busy otherwise, some of the
@@ -66,9 +105,7 @@ private:
     /// Members that are to work on the next step; 0 where nobody is hired.
     unsigned wanted();
 
-    const unsigned most_;
-    const bool isShared_;
-    const bool always_;
+    const ThreadOptions options_;
     unsigned members_ = 1;
     Retreat retreat_;
     std::unique_ptr<Team> team_;

@@ -165,6 +165,15 @@ Schedule::Schedule(const TaskGraph& tasks, unsigned partCount, double wait)
     }
 }
 
+double Schedule::leastWork() {
+    // Equal parts that wait once. Beyond eight, waits grow faster than parts shrink.
+    double least = leastGain * waitOf(2) / (1 - leastGain / 2);
+    for (unsigned parts = 3; parts <= 8; ++parts) {
+        least = std::min(least, leastGain * waitOf(parts) / (1 - leastGain / parts));
+    }
+    return least;
+}
+
 Schedule Schedule::best(const TaskGraph& tasks, unsigned most) {
     Schedule chosen(tasks, 1, 0);
     for (unsigned parts = most; parts > 1; parts /= 2) {

@@ -45,6 +45,9 @@ struct Schedule {
     /// gain too little.
     static Schedule best(const TaskGraph& tasks, unsigned most);
 
+    /// Below this, in nanoseconds, nothing is gained by any number of parts.
+    static double leastWork();
+
     unsigned parts;
     unsigned stages = 1;
     /// Expected time of one run, in nanoseconds.

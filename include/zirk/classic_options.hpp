@@ -64,7 +64,7 @@ struct ClassicOptions {
     real tMax = 1;
     StiffnessOptions stiffness;
     PeriodOptions period;
-    ThreadOptions threads;
+    ThreadOptions threads = {};
 };
 
 }  // namespace zirk

@@ -191,8 +191,10 @@ std::vector<real> termsOf(const std::string& formula, real scale, int wide, bool
     const FormulaGraph& graph = ExpressionAccess::graphOf(expression);
     const ValueSystem system =
         arranged(lower(graph, {ProblemAccess::of(problem).variables[0].rate}, {ExpressionAccess::rootOf(expression)}));
-    const Arrangement arrangement(system, 13);
-    StepSeries series(system, arrangement, plain);
+    Arrangement arrangement(system, 13);
+    Crew crew{ThreadOptions()};
+    const Sections sections(system, arrangement, crew);
+    StepSeries series(system, arrangement, sections, crew, plain);
     std::vector<real> first(system.size());
     for (ValueIndex i = system.variables; i < system.size(); ++i) {
         const Value& value = system.values[i];
