@@ -53,6 +53,16 @@ real largestOf(const T* terms, const std::vector<T>& weights) {
 
 }  // namespace
 
+void StepSeries::raise(std::vector<real>& least, int k) const {
+    const auto raiseTo = [&](const auto* terms) {
+        for (std::size_t i = 0; i < least.size(); ++i) {
+            const real size = std::fabs(terms[i]);
+            if (least[i] < size) least[i] = size;
+        }
+    };
+    k <= wide_ ? raiseTo(real_.row(k)) : raiseTo(double_.row(k));
+}
+
 real StepSeries::largest(int k, const Weights& weights) const {
     if (k <= wide_) return largestOf(real_.row(k), weights.exact);
     if (weights.haveDoubles) return largestOf(double_.row(k), weights.rounded);

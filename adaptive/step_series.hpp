@@ -41,6 +41,9 @@ public:
         return k < wide_ ? real_.terms(value)[k] : static_cast<real>(double_.terms(value)[k]);
     }
 
+    /// Makes each of the numbers at least |term k| of its variable.
+    void raise(std::vector<real>& least, int k) const;
+
     /// Largest |term k| over the variables, each divided by its weight; not a number when one is not finite.
     real largest(int k, const Weights& weights) const;
 

@@ -94,10 +94,8 @@ void StepSize::weigh(const StepSeries& series) {
     real largest = 0;
     std::vector<real>& weights = weights_.exact;
     const auto take = [&](int from, int to) {
-        for (ValueIndex i = 0; i < system_.variables; ++i) {
-            for (int k = from; k <= to; ++k) weights[i] = std::max(weights[i], std::fabs(series.variableTerm(i, k)));
-            largest = std::max(largest, weights[i]);
-        }
+        for (int k = from; k <= to; ++k) series.raise(weights, k);
+        for (const real& weight : weights) largest = std::max(largest, weight);
     };
     std::fill(weights.begin(), weights.end(), real{0});
     take(0, 2);
@@ -130,12 +128,11 @@ ValueIndex StepSize::firstNotFinite(const StepSeries& series) const {
     return Value::none;
 }
 
-void StepSize::consider(ValueIndex value, real ratio, int k, real tolerance, real& step) {
-    // Most of what is asked does not limit the step: a power tells that sooner than a root. What a double cannot hold
-    // is no answer.
-    const auto size = static_cast<double>(ratio) * power(static_cast<double>(step), k);
-    if (size <= static_cast<double>(tolerance)) return;
-    step = std::min(step, rootOf(tolerance / ratio, k));
+void StepSize::consider(ValueIndex value, real term, int k, real most, real& step) {
+    // Most of what is asked does not limit the step: a power tells that sooner than a root. One that a double cannot
+    // hold is infinite and does not tell.
+    if (term * static_cast<real>(power(static_cast<double>(step), k)) <= most) return;
+    step = std::min(step, rootOf(most / term, k));
     limiting_ = value;
 }
 
@@ -161,7 +158,7 @@ real StepSize::longest(const StepSeries& series) {
                 limiting_ = firstNotFinite(series);
                 return std::nan("");
             }
-            if (size > tiny && term > 0) consider(value, term / size, k, tolerance, step);
+            if (size > tiny && term > 0) consider(value, term, k, tolerance * size, step);
         }
         limitFlat(series, value, step);
         limitRoot(series, value, step);
@@ -195,7 +192,7 @@ void StepSize::limitRoot(const StepSeries& series, ValueIndex value, real& step)
     const real most = std::fabs(series.valueTerm(root.a, 0)) / 2;
     for (int k = 1; k < std::min(5, series.order()); ++k) {
         const real term = std::fabs(series.valueTerm(root.a, k));
-        if (term > 0 && most > 0) consider(value, term / most, k, 1, step);
+        if (term > 0 && most > 0) consider(value, term, k, most, step);
     }
 }
 

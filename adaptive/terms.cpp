@@ -58,12 +58,11 @@ OrderTables<T> Terms<T>::tables() {
 template <class T>
 void Terms<T>::begin(const std::vector<real>& first, T scale) {
     scale_ = scale;
-    for (ValueIndex i = 0; i < system_.size(); ++i) {
-        const T term = static_cast<T>(first[i]);
-        now_[i] = term;
-        first_[i] = term;
-        if (arrangement_.rising[i] != Arrangement::none) cells_[arrangement_.rising[i]] = term;
-        if (plain_) history_[i][0] = term;
+    std::copy(first.begin(), first.end(), first_.begin());
+    now_ = first_;
+    for (const Arrangement::Instruction& value : arrangement_.instructions) cells_[value.rising] = first_[value.value];
+    if (plain_) {
+        for (ValueIndex i = 0; i < system_.size(); ++i) history_[i][0] = first_[i];
     }
     std::copy_n(now_.begin(), system_.variables, rows_.begin());
     plain_ ? advancePlainly(0) : advanceVariables(tables(), 0);
