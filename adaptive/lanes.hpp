@@ -62,38 +62,43 @@ inline double sumOfProducts(const double* x, const double* y, std::size_t count)
     return (count & 1) != 0 ? sum + x[i] * y[i] : sum;
 }
 
-/// The sums over x[i] * y[i] and z[i] * y[i].
+/// Two sums of as many products.
 template <class T>
 struct TwoSums {
-    T x;
-    T z;
+    T a;
+    T b;
 };
 
-inline TwoSums<real> sumsOfProducts(const real* x, const real* z, const real* y, std::size_t count) {
-    return {sumOfProducts(x, y, count), sumOfProducts(z, y, count)};
+/// The sums over x[i] * y[i] and u[i] * v[i], each as by itself; neither waits for the other.
+inline TwoSums<real> sumsOfProducts(const real* x, const real* y, const real* u, const real* v, std::size_t count) {
+    TwoSums<real> sums{0, 0};
+    for (std::size_t i = 0; i < count; ++i) {
+        sums.a += x[i] * y[i];
+        sums.b += u[i] * v[i];
+    }
+    return sums;
 }
 
-/// For doubles in one loop.
-inline TwoSums<double> sumsOfProducts(const double* x, const double* z, const double* y, std::size_t count) {
-    FourDoubles fourX{};
-    FourDoubles fourZ{};
+inline TwoSums<double> sumsOfProducts(const double* x, const double* y, const double* u, const double* v,
+                                      std::size_t count) {
+    FourDoubles fourA{};
+    FourDoubles fourB{};
     std::size_t i = 0;
     for (; i + 4 <= count; i += 4) {
-        const FourDoubles common = fourAt(y + i);
-        fourX += fourAt(x + i) * common;
-        fourZ += fourAt(z + i) * common;
+        fourA += fourAt(x + i) * fourAt(y + i);
+        fourB += fourAt(u + i) * fourAt(v + i);
     }
-    TwoDoubles twoX = lowAndHigh(fourX);
-    TwoDoubles twoZ = lowAndHigh(fourZ);
+    TwoDoubles twoA = lowAndHigh(fourA);
+    TwoDoubles twoB = lowAndHigh(fourB);
     if ((count & 2) != 0) {
-        twoX += twoAt(x + i) * twoAt(y + i);
-        twoZ += twoAt(z + i) * twoAt(y + i);
+        twoA += twoAt(x + i) * twoAt(y + i);
+        twoB += twoAt(u + i) * twoAt(v + i);
         i += 2;
     }
-    TwoSums<double> sums{twoX[0] + twoX[1], twoZ[0] + twoZ[1]};
+    TwoSums<double> sums{twoA[0] + twoA[1], twoB[0] + twoB[1]};
     if ((count & 1) != 0) {
-        sums.x += x[i] * y[i];
-        sums.z += z[i] * y[i];
+        sums.a += x[i] * y[i];
+        sums.b += u[i] * v[i];
     }
     return sums;
 }

@@ -27,6 +27,8 @@ public:
           newest_(tables.cells + k),
           newestFalling_(tables.cells - k),
           second_(tables.cells + 1),
+          fallen_(newestFalling_ + 1),
+          count_(static_cast<std::size_t>(k) - 1),
           tables_(tables),
           k_(k) {}
 
@@ -70,63 +72,74 @@ private:
             case Law::RatioBy:
                 return each(group, at, [this](const Instruction& i) { return over(a_[i.a], i.b); });
             case Law::Product:
-                return each(group, at, [this](const Instruction& i) {
-                    return numbers_[i.value] * (sum(i.x, i.y) + (first_[i.a] * b_[i.b] + a_[i.a] * first_[i.b]));
+                return eachSum(group, at, [this](const Instruction& i, T sum) {
+                    return numbers_[i.value] * (sum + (first_[i.a] * b_[i.b] + a_[i.a] * first_[i.b]));
                 });
             case Law::SquareLaw:
-                return each(group, at, [this](const Instruction& i) {
-                    return numbers_[i.value] * (sum(i.x, i.y) + 2 * (first_[i.a] * a_[i.a]));
+                return eachSum(group, at, [this](const Instruction& i, T sum) {
+                    return numbers_[i.value] * (sum + 2 * (first_[i.a] * a_[i.a]));
                 });
             case Law::Quotient:
-                return each(group, at, [this](const Instruction& i) {
-                    return over(numbers_[i.value] * a_[i.a] - (sum(i.x, i.y) + b_[i.b] * first_[i.value]), i.b);
+                return eachSum(group, at, [this](const Instruction& i, T sum) {
+                    return over(numbers_[i.value] * a_[i.a] - (sum + b_[i.b] * first_[i.value]), i.b);
                 });
             case Law::Reciprocal:
-                return each(group, at, [this](const Instruction& i) {
-                    return -over(sum(i.x, i.y) + b_[i.b] * first_[i.value], i.b);
+                return eachSum(group, at, [this](const Instruction& i, T sum) {
+                    return -over(sum + b_[i.b] * first_[i.value], i.b);
                 });
             case Law::Root:
-                return each(group, at,
-                            [this](const Instruction& i) { return over((a_[i.a] - sum(i.x, i.y)) / 2, i.value); });
+                return eachSum(group, at,
+                               [this](const Instruction& i, T sum) { return over((a_[i.a] - sum) / 2, i.value); });
             case Law::Power:
                 return each(group, at, [this](const Instruction& i) {
                     const T last = a_[i.a] * first_[i.value];
-                    const TwoSums<T> sums = sumsOfProducts(second_ + i.x, second_ + i.z, newestFalling_ + 1 + i.y,
-                                                           static_cast<std::size_t>(k_) - 1);
-                    const T heavy = (sums.x + static_cast<T>(k_) * last) * (numbers_[i.value] + 1);
-                    return over(byOrder(heavy) - (sums.z + last), i.a);
+                    const TwoSums<T> sums =
+                        sumsOfProducts(second_ + i.x, fallen_ + i.y, second_ + i.z, fallen_ + i.y, count_);
+                    const T heavy = (sums.a + static_cast<T>(k_) * last) * (numbers_[i.value] + 1);
+                    return over(byOrder(heavy) - (sums.b + last), i.a);
                 });
             case Law::ProductRate:
-                return each(group, at, [this](const Instruction& i) {
-                    return numbers_[i.value] * (byOrder(sum(i.x, i.y)) + a_[i.a] * first_[i.b]);
+                return eachSum(group, at, [this](const Instruction& i, T sum) {
+                    return numbers_[i.value] * (byOrder(sum) + a_[i.a] * first_[i.b]);
                 });
             case Law::QuotientRate:
-                return each(group, at, [this](const Instruction& i) {
-                    return over(numbers_[i.value] * a_[i.a] - byOrder(sum(i.x, i.y)), i.b);
+                return eachSum(group, at, [this](const Instruction& i, T sum) {
+                    return over(numbers_[i.value] * a_[i.a] - byOrder(sum), i.b);
                 });
             default:
                 return each(group, at, [](const Instruction&) { return T{0}; });
         }
     }
 
-    /// The sum over i from 1 to k - 1 of x_i y_(k-i).
-    T sum(std::uint32_t x, std::uint32_t y) const {
-        return sumOfProducts(second_ + x, newestFalling_ + 1 + y, static_cast<std::size_t>(k_) - 1);
-    }
     T over(T x, ValueIndex value) const { return overFirst(x, value, first_, reciprocals_); }
     T byOrder(T x) const { return overOrder(x, k_, tables_.ofOrder); }
 
-    template <class Term>
-    const Instruction* each(const Arrangement::Group& group, const Instruction* i, const Term& term) const {
+    void store(const Arrangement::Group& group, const Instruction& i, T term) const {
+        now_[i.value] = term;
+        if (!group.isKept) return;
+        newest_[i.rising] = term;
+        newestFalling_[i.falling] = term;
+        if (group.isWeighted) newest_[i.weighted] = static_cast<T>(k_) * term;
+    }
+
+    template <class Law>
+    const Instruction* each(const Arrangement::Group& group, const Instruction* i, const Law& law) const {
         const Instruction* const end = i + (group.end - group.begin);
-        do {
-            const T result = term(*i);
-            now_[i->value] = result;
-            if (!group.isKept) continue;
-            newest_[i->rising] = result;
-            newestFalling_[i->falling] = result;
-            if (group.isWeighted) newest_[i->weighted] = static_cast<T>(k_) * result;
-        } while (++i != end);
+        for (; i != end; ++i) store(group, *i, law(*i));
+        return end;
+    }
+
+    /// For laws over the sum over i from 1 to k - 1 of x_i y_(k-i), two values at a time.
+    template <class Law>
+    const Instruction* eachSum(const Arrangement::Group& group, const Instruction* i, const Law& law) const {
+        const Instruction* const end = i + (group.end - group.begin);
+        for (; end - i >= 2; i += 2) {
+            const TwoSums<T> sums =
+                sumsOfProducts(second_ + i[0].x, fallen_ + i[0].y, second_ + i[1].x, fallen_ + i[1].y, count_);
+            store(group, i[0], law(i[0], sums.a));
+            store(group, i[1], law(i[1], sums.b));
+        }
+        if (i != end) store(group, *i, law(*i, sumOfProducts(second_ + i->x, fallen_ + i->y, count_)));
         return end;
     }
 
@@ -138,10 +151,13 @@ private:
     const T* const first_;
     const T* const reciprocals_;
     const T* const numbers_;
-    // Term k, and term 1, of arrays that begin at cell 0.
+    // Term k, term 1 and term k - 1 of arrays that begin at cell 0.
     T* const newest_;
     T* const newestFalling_;
     const T* const second_;
+    const T* const fallen_;
+    /// Products of a sum.
+    const std::size_t count_;
     const OrderTables<T>& tables_;
     const int k_;
 };

@@ -56,6 +56,16 @@ real largestOf(const T* terms, const T* weights, std::size_t begin, std::size_t 
 
 }  // namespace
 
+void StepSeries::raise(std::vector<real>& least, int k, std::size_t begin, std::size_t end) const {
+    const auto raiseTo = [&](const auto* terms) {
+        for (std::size_t i = begin; i < end; ++i) {
+            const real size = std::fabs(terms[i]);
+            if (least[i] < size) least[i] = size;
+        }
+    };
+    k <= wide_ ? raiseTo(real_.row(k)) : raiseTo(double_.row(k));
+}
+
 real StepSeries::largest(int k, const Weights& weights) const {
     const bool isWide = k <= wide_;
     std::vector<real> row;

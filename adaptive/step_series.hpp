@@ -42,6 +42,9 @@ public:
         return k < wide_ ? real_.terms(value)[k] : static_cast<real>(double_.terms(value)[k]);
     }
 
+    /// Makes each of the numbers from `begin` to `end` - 1 at least |term k| of its variable.
+    void raise(std::vector<real>& least, int k, std::size_t begin, std::size_t end) const;
+
     /// Largest |term k| over the variables, each divided by its weight; not a number when one is not finite.
     real largest(int k, const Weights& weights) const;
 

@@ -97,14 +97,9 @@ void StepSize::weigh(const StepSeries& series) {
     // The largest term from one index to another is the weight of a variable; returns the largest of all.
     const auto weighBy = [&](int from, int to) {
         crew_.inBlocks(system_.variables, [&](std::size_t block, std::size_t begin, std::size_t end) {
-            real largest = 0;
-            for (auto i = static_cast<ValueIndex>(begin); i < end; ++i) {
-                real weight = 0;
-                for (int k = from; k <= to; ++k) weight = std::max(weight, std::fabs(series.variableTerm(i, k)));
-                weights[i] = weight;
-                largest = std::max(largest, weight);
-            }
-            ofBlocks_[block].step = largest;
+            std::fill(&weights[begin], &weights[end - 1] + 1, real{0});
+            for (int k = from; k <= to; ++k) series.raise(weights, k, begin, end);
+            ofBlocks_[block].step = *std::max_element(&weights[begin], &weights[end - 1] + 1);
         });
         real largest = 0;
         for (std::size_t i = 0; i < Crew::blocks(weights.size()); ++i) largest = std::max(largest, ofBlocks_[i].step);
@@ -144,12 +139,11 @@ ValueIndex StepSize::firstNotFinite(const StepSeries& series) const {
     return Value::none;
 }
 
-void StepSize::consider(ValueIndex value, real ratio, int k, real tolerance, Limit& limit) {
-    // Most of what is asked does not limit the step: a power tells that sooner than a root. What a double cannot hold
-    // is no answer.
-    const auto size = static_cast<double>(ratio) * power(static_cast<double>(limit.step), k);
-    if (size <= static_cast<double>(tolerance)) return;
-    limit = {std::min(limit.step, rootOf(tolerance / ratio, k)), value};
+void StepSize::consider(ValueIndex value, real term, int k, real most, Limit& limit) {
+    // Most of what is asked does not limit the step: a power tells that sooner than a root. One that a double cannot
+    // hold is infinite and does not tell.
+    if (term * static_cast<real>(power(static_cast<double>(limit.step), k)) <= most) return;
+    limit = {std::min(limit.step, rootOf(most / term, k)), value};
 }
 
 real StepSize::longest(const StepSeries& series) {
@@ -192,7 +186,7 @@ bool StepSize::limitBy(const StepSeries& series, ValueIndex value, Limit& limit)
     for (const int k : {p - 1, p - 2}) {
         const real term = std::fabs(series.valueTerm(value, k));
         if (!std::isfinite(term)) return false;
-        if (size > tiny && term > 0) consider(value, term / size, k, tolerance, limit);
+        if (size > tiny && term > 0) consider(value, term, k, tolerance * size, limit);
     }
     limitFlat(series, value, limit);
     limitRoot(series, value, limit);
@@ -225,7 +219,7 @@ void StepSize::limitRoot(const StepSeries& series, ValueIndex value, Limit& limi
     const real most = std::fabs(series.valueTerm(root.a, 0)) / 2;
     for (int k = 1; k < std::min(5, series.order()); ++k) {
         const real term = std::fabs(series.valueTerm(root.a, k));
-        if (term > 0 && most > 0) consider(value, term / most, k, 1, limit);
+        if (term > 0 && most > 0) consider(value, term, k, most, limit);
     }
 }
 

@@ -46,7 +46,8 @@ private:
         real step;
         ValueIndex value;
     };
-    static void consider(ValueIndex value, real ratio, int k, real tolerance, Limit& limit);
+    /// Limits the step so that |term| step^k stays below `most`.
+    static void consider(ValueIndex value, real term, int k, real most, Limit& limit);
     bool limitBy(const StepSeries& series, ValueIndex value, Limit& limit) const;
     void limitFlat(const StepSeries& series, ValueIndex value, Limit& limit) const;
     void limitRoot(const StepSeries& series, ValueIndex value, Limit& limit) const;

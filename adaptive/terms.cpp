@@ -70,15 +70,24 @@ void Terms<T>::advance() {
 template <class T>
 void Terms<T>::begin(const std::vector<real>& first, T scale) {
     scale_ = scale;
-    sections_.eachRange(system_, crew_, [&](ValueIndex begin, ValueIndex end) {
-        for (ValueIndex i = begin; i < end; ++i) {
-            const T term = static_cast<T>(first[i]);
-            now_[i] = term;
-            first_[i] = term;
-            if (arrangement_.rising[i] != Arrangement::none) cells_[arrangement_.rising[i]] = term;
-            if (plain_) history_[i][0] = term;
+    if (!sections_.areUsedBy(crew_)) {
+        std::copy(first.begin(), first.end(), first_.begin());
+        now_ = first_;
+        for (const Arrangement::Instruction& value : arrangement_.instructions) {
+            cells_[value.rising] = first_[value.value];
         }
-    });
+    } else {
+        sections_.eachRange(system_, crew_, [&](ValueIndex begin, ValueIndex end) {
+            for (ValueIndex i = begin; i < end; ++i) {
+                now_[i] = first_[i] = static_cast<T>(first[i]);
+                // Scrap is not for all members at the same time.
+                if (arrangement_.rising[i] != Arrangement::none) cells_[arrangement_.rising[i]] = first_[i];
+            }
+        });
+    }
+    if (plain_) {
+        for (ValueIndex i = 0; i < system_.size(); ++i) history_[i][0] = first_[i];
+    }
     std::copy_n(now_.begin(), system_.variables, rows_.begin());
     advance();
     for (const Arrangement::Group& group : arrangement_.constants) {
