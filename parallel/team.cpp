@@ -3,12 +3,16 @@
 #include "parallel/team.hpp"
 
 #include <emmintrin.h>
+#include <linux/futex.h>
 #include <sched.h>
 #include <signal.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <limits>
 #include <system_error>
+#include <utility>
 
 #include "parallel/cores.hpp"
 
@@ -23,6 +27,13 @@ constexpr std::chrono::microseconds onSharedProcessor(1);
 /// Between two looks at the clock; a microsecond or two.
 constexpr int asksAtOnce = 32;
 constexpr int passesBeforeSleep = 5;
+
+/// Sleeping and waking by the lower half of a number (futex(2)). No mutex and condition of the standard library: what a
+/// forked process has of these it may not even destroy.
+void futex(std::atomic<std::uint64_t>& number, int operation, std::uint32_t argument) {
+    static_assert(sizeof number == sizeof(std::uint64_t), "a plain number in memory");
+    syscall(SYS_futex, reinterpret_cast<std::uint32_t*>(&number), operation, argument, nullptr, nullptr, 0);
+}
 
 /// Signals of the process belong to the threads of the program.
 class SignalsBlocked {
@@ -45,9 +56,7 @@ private:
 void Signal::publish(std::uint64_t value) {
     value_.store(value);
     // Who counts as a sleeper has not seen the new number yet or is about to look once more.
-    if (sleepers_.load() == 0) return;
-    const std::lock_guard<std::mutex> lock(mutex_);
-    changed_.notify_all();
+    if (sleepers_.load() > 0) futex(value_, FUTEX_WAKE_PRIVATE, std::numeric_limits<int>::max());
 }
 
 std::uint64_t Signal::waitWhile(std::uint64_t old, Duration patience, Duration& waited) {
@@ -64,12 +73,10 @@ std::uint64_t Signal::waitWhile(std::uint64_t old, Duration patience, Duration& 
     bool isPatient = true;
     while (isPatient && asksInVain()) isPatient = Clock::now() - begin < patience;
     for (int i = 0; i < passesBeforeSleep && value() == old; ++i) sched_yield();
-    if (value() == old) {
-        std::unique_lock<std::mutex> lock(mutex_);
-        ++sleepers_;
-        changed_.wait(lock, [&] { return value_.load() != old; });
-        --sleepers_;
-    }
+    ++sleepers_;
+    // The system looks once more before it lets the thread sleep.
+    while (value_.load() == old) futex(value_, FUTEX_WAIT_PRIVATE, static_cast<std::uint32_t>(old));
+    --sleepers_;
     waited += Clock::now() - begin;
     return value();
 }
@@ -89,10 +96,11 @@ Team::Team(unsigned threads)
 
 Team::~Team() {
     if (present() < size()) {
-        for (std::thread& thread : threads_) thread.detach();
+        // Nobody is there to be joined.
+        static_cast<void>(new std::vector<std::thread>(std::move(threads_)));
         return;
     }
-    begun_.publish(((begun_.value() >> 16) + 1) << 16);
+    begun_.publish(static_cast<std::uint32_t>(begun_.value() + 1));
     for (std::thread& thread : threads_) thread.join();
 }
 
@@ -117,7 +125,7 @@ void Team::run(unsigned members, Call call, const void* work) {
     call_ = call;
     work_ = work;
     rounding_ = currentRounding();
-    begun_.publish((((begun_.value() >> 16) + 1) << 16) | working_);
+    begun_.publish(std::uint64_t{working_} << 32 | static_cast<std::uint32_t>(begun_.value() + 1));
     call(work, 0);
     wait(0);
 }
@@ -141,7 +149,7 @@ void Team::serve(unsigned member) {
     Signal::Duration idle{};
     for (;;) {
         known = begun_.waitWhile(known, patience_, idle);
-        const auto members = static_cast<unsigned>(known & 0xffff);
+        const auto members = static_cast<unsigned>(known >> 32);
         if (members == 0) return;
         // What is not for this member may be over already: it looks at nothing of it.
         if (member >= members) continue;

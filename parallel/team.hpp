@@ -6,15 +6,13 @@
 
 #include <atomic>
 #include <chrono>
-#include <condition_variable>
 #include <cstdint>
-#include <mutex>
 #include <thread>
 #include <vector>
 
 namespace zirk {
 
-/// A number that one thread changes and others wait for.
+/// A number that one thread changes and others wait for; the lower 32 bits of it differ each time.
 ///
 /// Who waits asks again and again for as long as it takes to sleep and be woken, for most of what is waited for comes
 /// sooner; then lets other threads of the machine pass; then sleeps. So a team whose processors others use as well, or
@@ -35,8 +33,6 @@ public:
 private:
     std::atomic<std::uint64_t> value_{0};
     std::atomic<int> sleepers_{0};
-    std::mutex mutex_;
-    std::condition_variable changed_;
 };
 
 /// A fixed number of threads, the caller among them. The others sleep between pieces of work.
@@ -92,7 +88,7 @@ private:
     Call call_ = nullptr;
     const void* work_ = nullptr;
     Rounding rounding_{};
-    /// Its number times 2^16, and its members; 0 members: the team ends.
+    /// Its members times 2^32, and its number; 0 members: the team ends.
     alignas(128) Signal begun_;
     /// Changed by whoever comes last to a wait.
     alignas(128) Signal together_;

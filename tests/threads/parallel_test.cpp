@@ -86,6 +86,8 @@ TEST(Teams, ComputeWithTheRoundingOfTheCaller) {
 
 TEST(Teams, AreTheirCallerAloneAfterAFork) {
     Team team(2);
+    // Long enough for the other member to sleep.
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
     const pid_t child = fork();
     if (child == 0) {
         // Ends through its destructor as well.
