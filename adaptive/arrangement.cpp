@@ -232,6 +232,9 @@ void Arrangement::giveArrays(const ValueSystem& system) {
                 break;
         }
     }
+    // Each once: threads share them out.
+    std::sort(divisors.begin(), divisors.end());
+    divisors.erase(std::unique(divisors.begin(), divisors.end()), divisors.end());
     for (const ValueIndex value : system.watched) rise(value);
     scrap = {cells, cells + terms - 1};
     cells += stride;
