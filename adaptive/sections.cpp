@@ -21,9 +21,11 @@ double costOf(const Arrangement::Instruction& instruction) {
     return perValue + (sums ? perSum : 0) + (sumsTwice ? perSum : 0);
 }
 
-/// Per value: its task, or none.
-std::vector<TaskGraph::Index> addTasks(const ValueSystem& system, const Arrangement& arrangement, TaskGraph& tasks) {
-    std::vector<TaskGraph::Index> taskOf(system.size(), none);
+}  // namespace
+
+TaskGraph tasksOf(const ValueSystem& system, const Arrangement& arrangement, std::vector<TaskGraph::Index>& taskOf) {
+    TaskGraph tasks;
+    taskOf.assign(system.size(), none);
     std::vector<double> cost(system.size(), 0);
     for (const ValueIndex rate : system.rates) cost[rate] += perVariable;
     for (ValueIndex i = system.variables; i < system.size(); ++i) {
@@ -33,15 +35,13 @@ std::vector<TaskGraph::Index> addTasks(const ValueSystem& system, const Arrangem
             if (operand != Value::none && operand != i && taskOf[operand] != none) tasks.need(taskOf[operand]);
         }
     }
-    return taskOf;
+    return tasks;
 }
-
-}  // namespace
 
 Sections::Sections(const ValueSystem& system, Arrangement& arrangement, Crew& crew) {
     if (crew.isAlone()) return;
-    TaskGraph tasks;
-    const std::vector<TaskGraph::Index> taskOf = addTasks(system, arrangement, tasks);
+    std::vector<TaskGraph::Index> taskOf;
+    const TaskGraph tasks = tasksOf(system, arrangement, taskOf);
     const Schedule schedule = crew.cut(tasks);
     if (schedule.parts == 1) return;
     parts = schedule.parts;

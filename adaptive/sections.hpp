@@ -9,6 +9,10 @@
 
 namespace zirk {
 
+/// The values that move within a step as tasks, with what they cost at an order of a usual step. `taskOf` is made: per
+/// value its task, or 2^32 - 1.
+TaskGraph tasksOf(const ValueSystem& system, const Arrangement& arrangement, std::vector<TaskGraph::Index>& taskOf);
+
 /// What moves within a step, cut where that pays: parts run at the same time, stages one after the other. Within a
 /// section values keep their order.
 struct Sections {

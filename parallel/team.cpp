@@ -31,7 +31,7 @@ constexpr int passesBeforeSleep = 5;
 /// Sleeping and waking by the lower half of a number (futex(2)). No mutex and condition of the standard library: what a
 /// forked process has of these it may not even destroy.
 void futex(std::atomic<std::uint64_t>& number, int operation, std::uint32_t argument) {
-    static_assert(sizeof number == sizeof(std::uint64_t), "a plain number in memory");
+    static_assert(sizeof number == sizeof(std::uint64_t));
     syscall(SYS_futex, reinterpret_cast<std::uint32_t*>(&number), operation, argument, nullptr, nullptr, 0);
 }
 
