@@ -141,7 +141,8 @@ Problem<T> pleiades() {
     constexpr int n = 7;
     Problem<T> problem;
     for (const double x : {3., 3., -1., -3., 2., -2., 2., 3., -3., 2., 0., 0., -4., 4.}) problem.start.push_back(T(x));
-    for (const double v : {0., 0., 0., 0., 0., 1.75, -1.5, 0., 0., 0., -1.25, 1., 0., 0.}) problem.start.push_back(T(v));
+    for (const double v : {0., 0., 0., 0., 0., 1.75, -1.5, 0., 0., 0., -1.25, 1., 0., 0.})
+        problem.start.push_back(T(v));
     problem.end = 3;
     problem.shown = 2 * n;
     problem.slopes = [](const T* u, T* d) {
