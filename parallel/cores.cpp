@@ -132,7 +132,6 @@ unsigned processorsToShare() {
 }
 
 ProcessorShare::ProcessorShare(unsigned most, bool isShared) : size_(most) {
-    if (most == 0) return;
     std::atomic<unsigned>& count = processorsInUse();
     unsigned used = count.load(std::memory_order_relaxed);
     do {
@@ -142,7 +141,7 @@ ProcessorShare::ProcessorShare(unsigned most, bool isShared) : size_(most) {
 }
 
 ProcessorShare::~ProcessorShare() {
-    if (size_ > 0) processorsInUse().fetch_sub(size_, std::memory_order_relaxed);
+    processorsInUse().fetch_sub(size_, std::memory_order_relaxed);
 }
 
 }  // namespace zirk

@@ -31,7 +31,7 @@ unsigned quotaOfGroups(const std::string& membership, const std::string& root);
 /// there are: each takes what the others leave, at least its own thread and at most `most`.
 class ProcessorShare {
 public:
-    /// `isShared`: whether others count; otherwise it takes `most` whatever they do, and they see that. 0 takes nothing.
+    /// `isShared`: whether others count; otherwise it takes `most` whatever they do, and they see that.
     ProcessorShare(unsigned most, bool isShared);
     ~ProcessorShare();
     ProcessorShare(const ProcessorShare&) = delete;

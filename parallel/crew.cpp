@@ -30,21 +30,20 @@ void Crew::hire(unsigned members) {
 }
 
 unsigned Crew::wanted() {
-    if (team_ == nullptr) return 0;
     if (!options_.always && retreat_.takesPoint()) return 1;
     return team_->present();
 }
 
-Crew::Turn::Turn(Crew& crew) : crew_(crew), share_(crew.wanted(), crew.options_.most == 0) {
-    crew.members_ = std::max(share_.size(), 1U);
-    if (crew.members_ == 1) return;
+void Crew::Turn::begin() {
+    share_.emplace(crew_.wanted(), crew_.options_.most == 0);
+    crew_.members_ = share_->size();
+    if (crew_.members_ == 1) return;
     begin_ = std::chrono::steady_clock::now();
-    waitedBefore_ = crew.team_->waited();
+    waitedBefore_ = crew_.team_->waited();
 }
 
-Crew::Turn::~Turn() {
+void Crew::Turn::end() {
     const unsigned members = std::exchange(crew_.members_, 1U);
-    if (members == 1) return;
     // Had all the others worked as long as the caller, alone it would have taken so many times as long.
     const std::chrono::duration<double> whole = std::chrono::steady_clock::now() - begin_;
     const std::chrono::duration<double> waited = crew_.team_->waited() - waitedBefore_;

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "parallel/cores.hpp"
@@ -89,20 +90,27 @@ public:
     /// next steps are left to the caller alone.
     class Turn {
     public:
-        explicit Turn(Crew& crew);
-        ~Turn();
+        explicit Turn(Crew& crew) : crew_(crew) {
+            if (crew.team_ != nullptr) begin();
+        }
+        ~Turn() {
+            if (crew_.members_ > 1) end();
+        }
         Turn(const Turn&) = delete;
         Turn& operator=(const Turn&) = delete;
 
     private:
+        void begin();
+        void end();
+
         Crew& crew_;
-        ProcessorShare share_;
+        std::optional<ProcessorShare> share_;
         std::chrono::steady_clock::time_point begin_;
         Signal::Duration waitedBefore_{};
     };
 
 private:
-    /// Members that are to work on the next step; 0 where nobody is hired.
+    /// Members that are to work on the next step.
     unsigned wanted();
 
     const ThreadOptions options_;

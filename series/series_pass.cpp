@@ -84,14 +84,12 @@ bool SeriesPass::runConstants(int k) {
 }
 
 void SeriesPass::addTerms(int first, int last) {
-    crew_.divide(wanting_.size(), [&](std::size_t begin, std::size_t end) {
-        for (std::size_t i = begin; i < end; ++i) {
-            run_.addTerms(sums_[wanting_[i]], wanting_[i], first, last, calculus_);
-        }
-    });
+    const bool isAlone = crew_.members() == 1;
+    if (!isAlone) addTermsTogether(first, last);
     int orders = 0;  // that the components whose last sums end here took
     const auto ended = std::remove_if(wanting_.begin(), wanting_.end(), [&](SlotIndex variable) {
-        const SeriesSum& series = sums_[variable];
+        SeriesSum& series = sums_[variable];
+        if (isAlone) run_.addTerms(series, variable, first, last, calculus_);
         if (series.wantsMore(calculus_)) return false;
         if (needed_.noteEnd(variable)) orders = std::max(orders, series.k - 1);
         return true;
@@ -99,6 +97,29 @@ void SeriesPass::addTerms(int first, int last) {
     wanting_.erase(ended, wanting_.end());
     if (orders > 0) batching_.noteEnd(orders);
     needed_.shrink(wanting_);
+}
+
+void SeriesPass::addTermsTogether(int first, int last) {
+    crew_.divide(wanting_.size(), [&](std::size_t begin, std::size_t end) {
+        for (std::size_t i = begin; i < end; ++i) {
+            run_.addTerms(sums_[wanting_[i]], wanting_[i], first, last, calculus_);
+        }
+    });
+}
+
+void SeriesPass::adopt(std::size_t first, std::size_t last) const {
+    for (auto i = static_cast<SlotIndex>(first); i < last; ++i) {
+        asVariable(all_[i].node)->adopt(sums_[distinct_.representative[i]]);
+    }
+}
+
+void SeriesPass::adoptTogether() {
+    // So that no variable has to raise it, which all share.
+    for (const SeriesSum& sum : sums_) calculus_.orderUsed = std::max(calculus_.orderUsed, sum.order());
+    crew_.divide(all_.variables, [&](std::size_t first, std::size_t last) {
+        const Calculus::Scope scope(calculus_);
+        adopt(first, last);
+    });
 }
 
 int SeriesPass::highestTerm(SlotIndex variable) const {
@@ -127,14 +148,7 @@ bool SeriesPass::sumAll() {
         addTerms(k + 1, last + 1);
         k = last + 1;
     }
-    // So that no variable has to raise it, which all share.
-    for (const SeriesSum& sum : sums_) calculus_.orderUsed = std::max(calculus_.orderUsed, sum.order());
-    crew_.divide(all_.variables, [&](std::size_t first, std::size_t last) {
-        const Calculus::Scope scope(calculus_);
-        for (auto i = static_cast<SlotIndex>(first); i < last; ++i) {
-            asVariable(all_[i].node)->adopt(sums_[distinct_.representative[i]]);
-        }
-    });
+    crew_.members() == 1 ? adopt(0, all_.variables) : adoptTogether();
     return true;
 }
 

@@ -43,6 +43,11 @@ private:
     bool runConstants(int k);
     /// Adds terms `first` to `last` to the sums; those that end want no more.
     void addTerms(int first, int last);
+    // The same by all members of the crew.
+    [[gnu::noinline]] void addTermsTogether(int first, int last);
+    /// Hands results to the variables.
+    void adopt(std::size_t first, std::size_t last) const;
+    [[gnu::noinline]] void adoptTogether();
     void spreadHighest() const;
 
     Calculus& calculus_;

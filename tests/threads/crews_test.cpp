@@ -17,9 +17,9 @@ using namespace zirk;
 namespace {
 
 #if defined(__SANITIZE_THREAD__)
-constexpr unsigned systems = 60;
+constexpr unsigned systems = 40;
 #else
-constexpr unsigned systems = 150;
+constexpr unsigned systems = 80;
 #endif
 
 void append(std::string& bits, const real& number) {

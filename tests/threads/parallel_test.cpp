@@ -231,8 +231,6 @@ TEST(Processors, AreSharedByTheRunsOfAProcess) {
         ProcessorShare stubborn(3, false);
         EXPECT_EQ(stubborn.size(), 3U);
     }
-    ProcessorShare nothing(0, true);
-    EXPECT_EQ(nothing.size(), 0U);
 }
 
 TEST(Processors, AreFreeAgainBehindAStep) {
