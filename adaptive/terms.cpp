@@ -45,6 +45,32 @@ Terms<T>::Terms(const ValueSystem& system, const Arrangement& arrangement, const
         history_.assign(system.size(), std::vector<T>(static_cast<std::size_t>(arrangement.order) + 1));
         weightedHistory_ = history_;
     }
+    touch();
+}
+
+/// Makes everything zero, each part's memory by whom it belongs to.
+template <class T>
+void Terms<T>::touch() {
+    const Crew::Turn turn(crew_);
+    if (sections_.areUsedBy(crew_)) {
+        sections_.eachShare(crew_, [&](const Sections::Share& share) {
+            for (const auto& [begin, end] : share.values) {
+                std::fill(&now_[begin], &now_[begin] + (end - begin), T{0});
+                std::fill(&first_[begin], &first_[begin] + (end - begin), T{0});
+            }
+            for (int k = 0; k <= arrangement_.order; ++k) {
+                for (const auto& [begin, end] : share.variables)
+                    std::fill(&rows_[at(k) + begin], &rows_[at(k) + end - 1] + 1, T{0});
+            }
+            for (const auto& [cell, step, isOfVariable] : share.arrays) {
+                const auto terms = static_cast<std::uint32_t>(arrangement_.order) + 1;
+                std::fill_n(&cells_[step > 0 ? cell : cell + 1 - terms], terms, T{0});
+            }
+        });
+    }
+    // What lies between, and all of it where one thread does everything.
+    for (UntouchedVector<T>* numbers : {&now_, &first_, &rows_, &cells_})
+        std::fill(numbers->begin(), numbers->end(), T{0});
 }
 
 template <class T>

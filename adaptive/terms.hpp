@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "adaptive/order_loop.hpp"
+#include "parallel/untouched.hpp"
 
 namespace zirk {
 
@@ -47,6 +48,7 @@ private:
 
     std::size_t at(int k) const { return static_cast<std::size_t>(k) * arrangement_.rowLength; }
     OrderTables<T> tables();
+    void touch();
     void runPlainly(int first, int last);
     void advancePlainly(int k);
     void advance();
@@ -59,14 +61,14 @@ private:
     Crew& crew_;
     T scale_ = 0;
     /// Terms of the present order; zero for constants from order 1 on.
-    std::vector<T> now_;
+    UntouchedVector<T> now_;
     /// Terms 0.
-    std::vector<T> first_;
+    UntouchedVector<T> first_;
     std::vector<T> numbers_;
     /// Whether a double can hold them.
     bool numbersFit_ = true;
-    std::vector<T> rows_;
-    std::vector<T> cells_;
+    UntouchedVector<T> rows_;
+    UntouchedVector<T> cells_;
     /// For doubles: 1 over terms 0 of divisors, and over orders.
     std::vector<T> reciprocal_;
     std::vector<T> ofOrder_;
