@@ -45,7 +45,9 @@ void FirstTerms::run(const Arrangement::Group& group, const Instruction* begin, 
 }
 
 void FirstTerms::evaluate(const std::vector<real>& state, real time, bool piecesStay, std::vector<real>& first) const {
-    std::copy(state.begin(), state.end(), first.begin());
+    crew_.divide(state.size(), [&](std::size_t begin, std::size_t end) {
+        std::copy(state.data() + begin, state.data() + end, first.data() + begin);
+    });
     const auto runAlone = [&](const std::vector<Arrangement::Group>& groups) {
         for (const Arrangement::Group& group : groups) {
             run(group, &arrangement_.instructions[group.begin], time, piecesStay, first.data());

@@ -43,7 +43,8 @@ void advanceVariables(const OrderTables<T>& tables, int k, const Sections::Share
     const T factor = tables.scale * tables.ofOrder[n];
     T* const next = tables.rows + n * tables.arrangement->rowLength;
     const T* const row = next - tables.arrangement->rowLength;
-    const T* const now = tables.now;
+    // Behind terms 0 nobody has copied them to where terms of the present order are.
+    const T* const now = k == 0 ? tables.first : tables.now;
     for (const Sections::Range& range : share.variables) {
         for (ValueIndex i = range.begin; i < range.end; ++i) {
             const ValueIndex rate = tables.rates[i];

@@ -85,40 +85,35 @@ OrderTables<T> Terms<T>::tables() {
         numbers_.data(), cells_.data(),        rows_.data(),      ofOrder_.data(), scale_};
 }
 
-/// Terms 1 of the variables.
-template <class T>
-void Terms<T>::advance() {
-    if (plain_) return advancePlainly(0);
-    if (!sections_.areUsedBy(crew_)) return advanceVariables(tables(), 0);
-    sections_.eachShare(crew_, [&](const Sections::Share& share) { advanceVariables(tables(), 0, share); });
-}
-
 template <class T>
 void Terms<T>::begin(const std::vector<real>& first, T scale) {
     scale_ = scale;
-    if (!sections_.areUsedBy(crew_)) {
-        std::copy(first.begin(), first.end(), first_.begin());
-        now_ = first_;
-        for (const Arrangement::Instruction& value : arrangement_.instructions) {
-            cells_[value.rising] = first_[value.value];
-        }
-    } else {
-        sections_.eachRange(system_, crew_, [&](ValueIndex begin, ValueIndex end) {
-            for (ValueIndex i = begin; i < end; ++i) {
-                now_[i] = first_[i] = static_cast<T>(first[i]);
-                // Scrap is not for all members at the same time.
-                if (arrangement_.rising[i] != Arrangement::none) cells_[arrangement_.rising[i]] = first_[i];
-            }
-        });
-    }
+    if (sections_.areUsedBy(crew_) && !plain_) return beginTogether(first);
+    std::copy(first.begin(), first.end(), first_.begin());
+    now_ = first_;
+    for (const Arrangement::Instruction& value : arrangement_.instructions) cells_[value.rising] = first_[value.value];
     if (plain_) {
         for (ValueIndex i = 0; i < system_.size(); ++i) history_[i][0] = first_[i];
     }
     std::copy_n(now_.begin(), system_.variables, rows_.begin());
-    advance();
+    plain_ ? advancePlainly(0) : advanceVariables(tables(), 0);
     for (const Arrangement::Group& group : arrangement_.constants) {
         for (ValueIndex i = group.begin; i < group.end; ++i) now_[i] = 0;
     }
+}
+
+/// The same by all members. Terms of constants of the present order are zero already.
+template <class T>
+void Terms<T>::beginTogether(const std::vector<real>& first) {
+    sections_.eachRange(system_, crew_, [&](ValueIndex begin, ValueIndex end) {
+        for (ValueIndex i = begin; i < end; ++i) {
+            first_[i] = static_cast<T>(first[i]);
+            // Scrap is not for all members at the same time.
+            if (arrangement_.rising[i] != Arrangement::none) cells_[arrangement_.rising[i]] = first_[i];
+        }
+        for (ValueIndex i = begin; i < std::min(end, system_.variables); ++i) rows_[i] = first_[i];
+    });
+    sections_.eachShare(crew_, [&](const Sections::Share& share) { advanceVariables(tables(), 0, share); });
 }
 
 template <class T>

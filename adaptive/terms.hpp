@@ -51,7 +51,7 @@ private:
     void touch();
     void runPlainly(int first, int last);
     void advancePlainly(int k);
-    void advance();
+    void beginTogether(const std::vector<real>& first);
     T lawfulTerm(ValueIndex value, int k) const;
     void remember(ValueIndex value, int k, T term);
 
