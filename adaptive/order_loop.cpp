@@ -154,9 +154,6 @@ void runAll(const OrderTables<T>& tables, int first, int last) {
 }
 
 // All that they call is compiled into them, for the processor that they name. The sums are the same to the last bit.
-[[gnu::flatten]] void runPlainly(const OrderTables<double>& tables, int first, int last) {
-    runAll(tables, first, last);
-}
 [[gnu::flatten, gnu::target("avx")]] void runWithAvx(const OrderTables<double>& tables, int first, int last) {
     runAll(tables, first, last);
 }
@@ -165,9 +162,13 @@ void runAll(const OrderTables<T>& tables, int first, int last) {
 
 [[gnu::flatten]] void runOrders(const OrderTables<real>& tables, int first, int last) { runAll(tables, first, last); }
 
+[[gnu::flatten]] void runOrdersWithoutAvx(const OrderTables<double>& tables, int first, int last) {
+    runAll(tables, first, last);
+}
+
 void runOrders(const OrderTables<double>& tables, int first, int last) {
     static const bool hasAvx = __builtin_cpu_supports("avx") != 0;
-    return hasAvx ? runWithAvx(tables, first, last) : runPlainly(tables, first, last);
+    return hasAvx ? runWithAvx(tables, first, last) : runOrdersWithoutAvx(tables, first, last);
 }
 
 }  // namespace zirk

@@ -25,8 +25,9 @@ constexpr real functionTolerance = 1e-6L;
 /// A polynomial that has missed a feature of its function is off by more.
 constexpr real agreement = 1e-4L;
 
-/// Terms below this share of the tolerance, in units of the last place of a double, may be doubles.
-constexpr real doubleShare = 0x1p46L;
+/// Terms below so many tolerances may be doubles: 2^-10 of the tolerance is what that rounds. At eight times as many,
+/// the energy of an orbit was seen to drift in proportion to time.
+constexpr real doubleShare = 0x1p43L;
 
 /// Below this the numbers of the processor lose digits: a function there counts as zero.
 constexpr real tiny = 0x1p-16100L;
