@@ -4,7 +4,7 @@
 >>> import zirk
 >>> sol = zirk.solve("x'' = -x & 1;", 10, every=1)
 >>> sol["x"][-1]                    # cos(10)
--0.8390715290764524522
+-0.839071529076452452...
 
 solve       text in, solution out: rows, zeros, the solution at any time
 Model       equations with names, parameters and explain()

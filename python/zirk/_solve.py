@@ -37,11 +37,11 @@ def watched_of(expressions: Optional[Expressions]) -> List[Tuple[str, int]]:
 
 
 def tolerance_of(tolerance: Number, problem: _core.Problem) -> Any:
-    tolerance = real_of(tolerance, problem)
-    # As a double, the least one is a little less than itself.
-    if not 9.99e-19 <= tolerance <= 0.1:
+    # As it is written, so that 1e-15 means what it means to the command: no double is 1e-15, and none is 1e-18.
+    given = numpy.longdouble(repr(tolerance)) if type(tolerance) is float else real_of(tolerance, problem)
+    if not _LEAST_TOLERANCE <= given <= 0.1:
         raise ValueError(f"the tolerance must lie between 1e-18 and 0.1, not be {tolerance}")
-    return max(tolerance, _LEAST_TOLERANCE)
+    return given
 
 
 _LEAST_TOLERANCE = numpy.longdouble("1e-18")
@@ -122,7 +122,8 @@ def solve(
     set       : replaces definitions and start values: {"k": 2, "x'": "pi/4"}
     until     : an expression or several whose first zero ends the run; "x:up" and "x:down" for one direction only
     crossings : expressions whose zeros are found and kept in sol.events
-    tolerance : error per step relative to the size of the solution, 1e-18 to 0.1
+    tolerance : error per step relative to the size of the solution, 1e-18 to 0.1; floats are taken as
+                they are written here
     progress  : True, or called with (share of the time, t, steps) about ten times a second
     max_step  : longest step
     dense     : keeps the polynomials of all steps, for sol(t) and for expressions; some kilobytes per step
