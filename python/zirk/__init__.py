@@ -25,8 +25,9 @@ from ._integrator import Crossing, Integrator, StepStatistics
 from ._model import Model
 from ._solution import Event, Events, Solution, Statistics
 from ._solve import solve
-from ._sweep import Sweep, SweepResult, sweep
+from ._sweep import Sweep, sweep
 from ._sympy import from_sympy
+from ._workers import SweepResult
 
 __version__: str = _core.version
 

@@ -12,7 +12,7 @@ import numpy
 from . import _core
 from ._errors import RunError
 from ._model import Model, Settings, model_of
-from ._numbers import Number, real_of, reals_of
+from ._numbers import Number, Reals, real_of, reals_of
 from ._solution import Solution
 
 Expressions = Union[str, Sequence[str]]
@@ -56,7 +56,7 @@ def max_step_of(max_step: Optional[Number], problem: _core.Problem) -> Any:
     return length
 
 
-def progress_of(progress: Optional[Progress]) -> Optional[Callable]:
+def progress_of(progress: Optional[Progress]) -> Optional[Callable[[float, numpy.longdouble, int], Any]]:
     if not progress:
         return None
     return _show_progress if progress is True else progress
@@ -66,7 +66,7 @@ def _show_progress(share: float, t: numpy.longdouble, steps: int) -> None:
     print(f"\r{share:4.0%}, t = {t:.6g}, {steps} steps ", end="\n" if share == 1 else "", file=sys.stderr, flush=True)
 
 
-def _listed(at: Iterable[Number], end: Optional[Number], problem: _core.Problem) -> Tuple[numpy.ndarray, Any]:
+def _listed(at: Iterable[Number], end: Optional[Number], problem: _core.Problem) -> Tuple[Reals, Any]:
     times = reals_of(at, problem)
     if end is None:
         if not len(times):
@@ -146,18 +146,18 @@ def solve(
     times = None
     count, spacing = 0, 0
     if at is not None:
-        times, end = _listed(at, end, problem)
+        times, last = _listed(at, end, problem)
     elif end is None:
         raise TypeError("solve needs an end, or times in at")
     else:
-        end = real_of(end, problem)
-    if not -math.inf < end < math.inf:
+        last = real_of(end, problem)
+    if not -math.inf < last < math.inf:
         raise ValueError("the end must be finite")
     if every is not None or rows is not None:
-        count, spacing = _intervals(every, rows, end, problem)
+        count, spacing = _intervals(every, rows, last, problem)
     stops, seen = watched_of(until), watched_of(crossings)
     record, failure = _core.solve(
-        problem, end, times, count, spacing, stops, seen, tolerance_of(tolerance, problem),
+        problem, last, times, count, spacing, stops, seen, tolerance_of(tolerance, problem),
         max_step_of(max_step, problem), dense, progress_of(progress),
     )  # fmt: skip
     solution = Solution(model, record, tuple(text for text, _ in (*stops, *seen)))

@@ -58,7 +58,7 @@ class Store:
     Read only what you trust: a pickle can do whatever a program can.
     """
 
-    def __init__(self, directory: Union[str, os.PathLike], model: Model, end: Any, options: Mapping[str, Any]) -> None:
+    def __init__(self, directory: Union[str, "os.PathLike[str]"], model: Model, end: Any, options: Mapping[str, Any]) -> None:
         """ValueError when the directory holds another sweep."""
         self.directory = pathlib.Path(directory)
         self._new: List[Any] = []

@@ -14,14 +14,14 @@ import numpy
 
 from ._errors import Error
 from ._model import Model, model_of
-from ._numbers import Number, real_of
+from ._numbers import Number, Reals, real_of
 from ._store import Store, key_of
 from ._workers import SweepResult, executor_of, results_of
 
 ParameterSet = Mapping[str, Number]
 ParameterSets = Union[Mapping[str, Iterable[Number]], Iterable[ParameterSet]]
 
-class Sweep(Sequence):
+class Sweep(Sequence[SweepResult]):
     """Results of a sweep in the order of the sets: a sequence of SweepResult.
 
     sweep["k"] are the values of a constant that was set, sweep["x"] and sweep["t"] those of any other name and the time at
@@ -55,7 +55,7 @@ class Sweep(Sequence):
             return self._results[key]
         return self._parameter(key) if key in self._constants else self._values(key)
 
-    def _parameter(self, name: str) -> numpy.ndarray:
+    def _parameter(self, name: str) -> Reals:
         values = numpy.full(len(self), numpy.nan, numpy.longdouble)
         # For texts and fractions, which have 64 bits.
         problem = Model("zero = 0;")._problem
@@ -64,8 +64,8 @@ class Sweep(Sequence):
                 values[i] = real_of(result.parameters[name], problem)
         return values
 
-    def _values(self, name: str) -> numpy.ndarray:
-        good = [(i, result.solution[name]) for i, result in enumerate(self._results) if result.error is None]
+    def _values(self, name: str) -> Reals:
+        good = [(i, result.solution[name]) for i, result in enumerate(self._results) if result.error is None and result.solution is not None]
         width = 1 if self._last_only else max((len(values) for _, values in good), default=0)
         table = numpy.full((len(self), width), numpy.nan, numpy.longdouble)
         for i, values in good:
@@ -113,7 +113,7 @@ def sweep(
     end: Optional[Number] = None,
     *,
     executor: Any = None,
-    store: Union[None, str, os.PathLike] = None,
+    store: Union[None, str, "os.PathLike[str]"] = None,
     on_result: Optional[Callable[[SweepResult], Any]] = None,
     progress: Union[None, bool, Callable[[int, int, int], Any]] = None,
     **options: Any,

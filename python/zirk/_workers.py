@@ -7,7 +7,7 @@ import collections
 import concurrent.futures
 import os
 import time
-from typing import Any, Deque, Dict, Iterator, List, Mapping, NamedTuple, Optional, Sequence, Tuple
+from typing import Any, Deque, Dict, Generator, List, Mapping, NamedTuple, Optional, Sequence, Tuple
 
 from ._errors import Error
 from ._model import Model
@@ -29,7 +29,7 @@ _HOPELESS = 20
 class SweepResult(NamedTuple):
     """One set of parameters and what came of it."""
 
-    index: int
+    index: int  # type: ignore[assignment]
     parameters: Dict[str, Number]
     solution: Optional[Solution]
     """Of a failed set what is known of it, or None."""
@@ -79,7 +79,7 @@ def executor_of(executor: Any) -> Tuple[Any, int]:
 
 def results_of(
     executor: Any, workers: int, model: Model, sets: Sequence[IndexedSet], end: Any, options: Mapping[str, Any], stop: Any
-) -> Iterator[List[SweepResult]]:
+) -> Generator[List[SweepResult], None, None]:
     """Results as they are ready, each set once. Whoever stops listening cancels what has not begun.
 
     A task that fails as a whole, as its worker died or its memory ran out, is tried again set by set; a set that fails so

@@ -98,6 +98,7 @@ def test_tables_for_pandas():
     assert frame["error"][0] == "" and "singularity" in frame["error"][1]
 
 
+@pytest.mark.timing
 def test_control_c_ends_a_sweep():
     code = f"""
 import time, zirk
@@ -111,6 +112,7 @@ except KeyboardInterrupt:
     assert interrupted(code) < 1
 
 
+@pytest.mark.timing
 @pytest.mark.skipif(os.cpu_count() < 2, reason="one core")
 def test_threads_work_at_the_same_time():
     """Processor time beyond what one thread can have in that time."""
