@@ -76,6 +76,8 @@ private:
     void evaluateFirst(const std::vector<real>& state, real time, bool piecesStay, std::vector<real>& first);
     void expand();
     real chooseLength();
+    /// Values at the begin of a step; fails where one is not finite.
+    void beginAnew();
     Trial firstTrial(real end);
     bool isTooShort(real length) const;
     void placeEnd(Trial& trial, real end) const;

@@ -43,7 +43,8 @@ public:
 
 private:
     void weigh(const StepSeries& series);
-    void consider(ValueIndex value, real ratio, int k, real tolerance, real& step);
+    /// Limits the step so that |term| step^k stays below `most`.
+    void consider(ValueIndex value, real term, int k, real most, real& step);
     void limitFlat(const StepSeries& series, ValueIndex value, real& step);
     void limitRoot(const StepSeries& series, ValueIndex value, real& step);
     real relativeTerm(const StepSeries& series, int k) const;
@@ -52,7 +53,7 @@ private:
 
     const ValueSystem& system_;
     real tolerance_;
-    std::vector<real> weights_;
+    Weights weights_;
     /// Least weight at the present step.
     real floor_ = 0;
     std::vector<ValueIndex> checked_;
