@@ -119,7 +119,9 @@ Problem('level-pendulum', "p'' = -sin(p) & pi/2;\n", Asked("p p'", at='0.1 1 3',
     p=lambda t: 2 * m.asin(m.sqrt(m.mpf(1) / 2) * m.ellipfun('cd', t, m=m.mpf(1) / 2)))),
         source="Let go where it is level, its series has a term at every fourth order only.")
 
-Problem('every-eighth', "x' = 1 + x^8 & 0;\n", Asked('x', at='0.3 0.6 0.9'),
+Problem('every-eighth', "x' = 1 + x^8 & 0;\n", Asked('x', at='0.3 0.6 0.9', closed=dict(
+    # t = x F(1, 1/8; 9/8; -x^8).
+    x=lambda t: m.findroot(lambda x: x * m.hyp2f1(1, m.mpf(1) / 8, m.mpf(9) / 8, -x**8) - t, (t, t * m.mpf('1.01'))))),
         source="The series at the start has a term at every eighth order.")
 
 Problem('lorenz', """
