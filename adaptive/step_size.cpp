@@ -56,6 +56,19 @@ T power(T x, int k) {
     return result;
 }
 
+/// Goes through the orders below `last`. Where states are special, as a pendulum that is let go where it is level, a
+/// series may have terms at every fourth order only, or every eighth: the last two are zero or rounding, and the next
+/// ones have to fall on the step as terms of a series do that has them all, by `factor` at most.
+template <class Consider>
+void considerLower(int last, Consider consider) {
+    constexpr int most = 6;
+    real factor = 8;
+    for (int k = last - 1; k >= last - most && k > last / 2; --k) {
+        factor *= 8;
+        consider(k, factor);
+    }
+}
+
 real sizeOf(const StepSeries& series, ValueIndex value) {
     real size = 0;
     for (int k = 0; k <= std::min(2, series.order() - 1); ++k) {
@@ -137,7 +150,7 @@ void StepSize::consider(ValueIndex value, real term, int k, real most, real& ste
     limiting_ = value;
 }
 
-real StepSize::longest(const StepSeries& series) {
+real StepSize::longest(const StepSeries& series, bool isFresh) {
     weigh(series);
     real step = infinite;
     limiting_ = Value::none;
@@ -150,6 +163,11 @@ real StepSize::longest(const StepSeries& series) {
         }
         if (ratio > 0) consider(Value::none, ratio, k, tolerance_ * cutOff, step);
     }
+    if (isFresh) {
+        considerLower(p - 1, [&](int k, real factor) {
+            consider(Value::none, relativeTerm(series, k), k, tolerance_ * cutOff * factor, step);
+        });
+    }
     for (const ValueIndex value : checked_) {
         const real size = sizeOf(series, value);
         const real tolerance = isWatched_[value] != 0 ? tolerance_ * cutOff : functionTolerance;
@@ -160,6 +178,11 @@ real StepSize::longest(const StepSeries& series) {
                 return std::nan("");
             }
             if (size > tiny && term > 0) consider(value, term, k, tolerance * size, step);
+        }
+        if (isFresh && size > tiny && isWatched_[value] != 0) {
+            considerLower(p - 2, [&](int k, real factor) {
+                consider(value, std::fabs(series.valueTerm(value, k)), k, tolerance * size * factor, step);
+            });
         }
         limitFlat(series, value, step);
         limitRoot(series, value, step);

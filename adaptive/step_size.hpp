@@ -18,8 +18,8 @@ public:
     StepSize(const ValueSystem& system, real tolerance);
 
     /// The longest step, in units of the scale; not a number when a term is not finite, infinite when nothing limits
-    /// it.
-    real longest(const StepSeries& series);
+    /// it. `isFresh` where the state may be special: at a start, and behind a jump.
+    real longest(const StepSeries& series, bool isFresh);
 
     /// Whether the terms that were computed as doubles are small enough for that, for a step of this length.
     bool doublesSuffice(const StepSeries& series, real step) const;
