@@ -97,7 +97,7 @@ real AdaptiveRun::chooseLength() {
     constexpr real muchTooLarge = 0.125L;
     for (int shrunk = 0;; ++shrunk) {
         expand();
-        length = machine_->size.longest(machine_->series);
+        length = machine_->size.longest(machine_->series, isFresh_);
         // Near the end of the numbers, terms of a smaller scale may still be some.
         constexpr int mostTries = 3;
         if (std::isnan(length) && shrunk < mostTries) {
@@ -113,7 +113,7 @@ real AdaptiveRun::chooseLength() {
         // What the step before has shown does not hold any more.
         wide_ = 0;
         expand();
-        length = machine_->size.longest(machine_->series);
+        length = machine_->size.longest(machine_->series, isFresh_);
     }
     return length;
 }
@@ -264,6 +264,7 @@ void AdaptiveRun::accept(const Trial& trial) {
     // Where the run was to end, values may be 0/0.
     isFirstCurrent_ = !machine_->jumps.any() && !trial.isLast;
     machine_->jumps.moveOn();
+    isFresh_ = trial.endsAtJump;
     if (trial.endsAtJump) {
         machine_->jumps.change();
         ++statistics_.jumps;

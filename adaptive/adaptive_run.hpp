@@ -130,6 +130,8 @@ private:
     /// How much longer than the last step the next one may be.
     real growth_ = mostGrowth;
     int wide_ = 0;
+    /// At a start, and behind a jump.
+    bool isFresh_ = true;
     std::vector<ZeroCrossing> crossings_;
 
     // Of the trial at hand.

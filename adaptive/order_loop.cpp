@@ -184,9 +184,6 @@ void runMember(const OrderTables<T>& tables, int first, int last, const Sections
 }
 
 // All that they call is compiled into them, for the processor that they name. The sums are the same to the last bit.
-[[gnu::flatten]] void runPlainly(const OrderTables<double>& tables, int first, int last) {
-    runAll(tables, first, last);
-}
 [[gnu::flatten, gnu::target("avx")]] void runWithAvx(const OrderTables<double>& tables, int first, int last) {
     runAll(tables, first, last);
 }
@@ -209,8 +206,12 @@ bool hasAvx() {
 
 [[gnu::flatten]] void runOrders(const OrderTables<real>& tables, int first, int last) { runAll(tables, first, last); }
 
+[[gnu::flatten]] void runOrdersWithoutAvx(const OrderTables<double>& tables, int first, int last) {
+    runAll(tables, first, last);
+}
+
 void runOrders(const OrderTables<double>& tables, int first, int last) {
-    return hasAvx() ? runWithAvx(tables, first, last) : runPlainly(tables, first, last);
+    return hasAvx() ? runWithAvx(tables, first, last) : runOrdersWithoutAvx(tables, first, last);
 }
 
 void runOrders(const OrderTables<real>& tables, int first, int last, const Sections& sections, Crew& crew) {

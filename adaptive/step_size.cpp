@@ -26,8 +26,9 @@ constexpr real functionTolerance = 1e-6L;
 /// A polynomial that has missed a feature of its function is off by more.
 constexpr real agreement = 1e-4L;
 
-/// Terms below this share of the tolerance, in units of the last place of a double, may be doubles.
-constexpr real doubleShare = 0x1p46L;
+/// Terms below so many tolerances may be doubles: 2^-10 of the tolerance is what that rounds. At eight times as many,
+/// the energy of an orbit was seen to drift in proportion to time.
+constexpr real doubleShare = 0x1p43L;
 
 /// Below this the numbers of the processor lose digits: a function there counts as zero.
 constexpr real tiny = 0x1p-16100L;
@@ -54,6 +55,19 @@ T power(T x, int k) {
         if (k % 2 == 1) result *= x;
     }
     return result;
+}
+
+/// Goes through the orders below `last`. Where states are special, as a pendulum that is let go where it is level, a
+/// series may have terms at every fourth order only, or every eighth: the last two are zero or rounding, and the next
+/// ones have to fall on the step as terms of a series do that has them all, by `factor` at most.
+template <class Consider>
+void considerLower(int last, Consider consider) {
+    constexpr int most = 6;
+    real factor = 8;
+    for (int k = last - 1; k >= last - most && k > last / 2; --k) {
+        factor *= 8;
+        consider(k, factor);
+    }
 }
 
 real sizeOf(const StepSeries& series, ValueIndex value) {
@@ -146,7 +160,7 @@ void StepSize::consider(ValueIndex value, real term, int k, real most, Limit& li
     limit = {std::min(limit.step, rootOf(most / term, k)), value};
 }
 
-real StepSize::longest(const StepSeries& series) {
+real StepSize::longest(const StepSeries& series, bool isFresh) {
     weigh(series);
     Limit least{infinite, Value::none};
     const int p = series.order();
@@ -158,12 +172,17 @@ real StepSize::longest(const StepSeries& series) {
         }
         if (ratio > 0) consider(Value::none, ratio, k, tolerance_ * cutOff, least);
     }
+    if (isFresh) {
+        considerLower(p - 1, [&](int k, real factor) {
+            consider(Value::none, relativeTerm(series, k), k, tolerance_ * cutOff * factor, least);
+        });
+    }
     // Blocks do not know of each other: what limits the step is rounded in the same way whoever asks.
     std::atomic<bool> allFinite{true};
     crew_.inBlocks(checked_.size(), [&](std::size_t block, std::size_t begin, std::size_t end) {
         Limit limit = least;
         for (std::size_t i = begin; i < end; ++i) {
-            if (!limitBy(series, checked_[i], limit)) return allFinite.store(false, std::memory_order_relaxed);
+            if (!limitBy(series, checked_[i], isFresh, limit)) return allFinite.store(false, std::memory_order_relaxed);
         }
         ofBlocks_[block] = limit;
     });
@@ -179,7 +198,7 @@ real StepSize::longest(const StepSeries& series) {
 }
 
 /// False when a term that has to be looked at is not finite.
-bool StepSize::limitBy(const StepSeries& series, ValueIndex value, Limit& limit) const {
+bool StepSize::limitBy(const StepSeries& series, ValueIndex value, bool isFresh, Limit& limit) const {
     const int p = series.order();
     const real size = sizeOf(series, value);
     const real tolerance = isWatched_[value] != 0 ? tolerance_ * cutOff : functionTolerance;
@@ -187,6 +206,11 @@ bool StepSize::limitBy(const StepSeries& series, ValueIndex value, Limit& limit)
         const real term = std::fabs(series.valueTerm(value, k));
         if (!std::isfinite(term)) return false;
         if (size > tiny && term > 0) consider(value, term, k, tolerance * size, limit);
+    }
+    if (isFresh && size > tiny && isWatched_[value] != 0) {
+        considerLower(p - 2, [&](int k, real factor) {
+            consider(value, std::fabs(series.valueTerm(value, k)), k, tolerance * size * factor, limit);
+        });
     }
     limitFlat(series, value, limit);
     limitRoot(series, value, limit);

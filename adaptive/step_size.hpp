@@ -18,8 +18,8 @@ public:
     StepSize(const ValueSystem& system, real tolerance, Crew& crew);
 
     /// The longest step, in units of the scale; not a number when a term is not finite, infinite when nothing limits
-    /// it.
-    real longest(const StepSeries& series);
+    /// it. `isFresh` where the state may be special: at a start, and behind a jump.
+    real longest(const StepSeries& series, bool isFresh);
 
     /// Whether the terms that were computed as doubles are small enough for that, for a step of this length.
     bool doublesSuffice(const StepSeries& series, real step) const;
@@ -48,7 +48,7 @@ private:
     };
     /// Limits the step so that |term| step^k stays below `most`.
     static void consider(ValueIndex value, real term, int k, real most, Limit& limit);
-    bool limitBy(const StepSeries& series, ValueIndex value, Limit& limit) const;
+    bool limitBy(const StepSeries& series, ValueIndex value, bool isFresh, Limit& limit) const;
     void limitFlat(const StepSeries& series, ValueIndex value, Limit& limit) const;
     void limitRoot(const StepSeries& series, ValueIndex value, Limit& limit) const;
     bool agrees(const StepSeries& series, ValueIndex value, real step, real actual) const;
