@@ -51,11 +51,16 @@ public:
     real term(SlotIndex variable, int k) const;
 
 private:
+    /// Whether the program is not worth its making yet; asked once at each point.
+    bool isWaiting();
+
     Calculus& calculus_;
     const EquationTable& equations_;
     std::unique_ptr<SeriesPass> pass_;
-    /// Points that were left to the nodes before the program was made.
+    /// Points that were left to the nodes before the program was made, and the most terms that one variable took at
+    /// each.
     int waited_ = 0;
+    int termsByNodes_ = 0;
     Retreat retreat_;
 };
 
