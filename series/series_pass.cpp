@@ -3,6 +3,7 @@
 #include "series/series_pass.hpp"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace zirk {
@@ -12,14 +13,17 @@ SeriesPass::SeriesPass(Calculus& calculus, const EquationTable& equations)
       all_(equations),
       distinct_(all_),
       programs_(distinct_.graph),
-      run_(distinct_.graph.slots.size(), distinct_.graph.variables, programs_.arrays),
-      needed_(distinct_.graph, programs_.varying),
+      constantLanes_(programs_.constants, programs_),
+      run_(programs_),
+      needed_(distinct_.graph, programs_),
       sums_(distinct_.graph.variables),
       highestTerms_(all_) {
     for (SlotIndex slot = 0; slot < distinct_.graph.size(); ++slot) {
-        if (distinct_.graph.isLeaf(slot)) leaves_.push_back(slot);
-        if (distinct_.graph[slot].isConstant) constants_.push_back(slot);
+        if (!distinct_.graph.isLeaf(slot)) continue;
+        const ExprType type = distinct_.graph[slot].type;
+        (type == ExprType::Number ? numbers_ : type == ExprType::Time ? times_ : definitions_).push_back(slot);
     }
+    defined_.resize(definitions_.size());
 }
 
 bool SeriesPass::begin() {
@@ -27,31 +31,40 @@ bool SeriesPass::begin() {
     batching_.beginPoint();
     knowsHighest_ = false;
     wanting_.clear();
-    for (const SlotIndex leaf : leaves_) distinct_.graph[leaf].node->BeginStep();
     for (SlotIndex i = 0; i < all_.variables; ++i) all_[i].node->BeginStep();
+    const auto startOf = [this](SlotIndex i) -> const real& { return distinct_.graph[i].node->startValue(); };
+    if (!run_.setStarts(distinct_.graph.variables, startOf)) return false;
     for (SlotIndex i = 0; i < distinct_.graph.variables; ++i) {
-        const real& start = distinct_.graph[i].node->startValue();
-        if (!run_.setStart(i, programs_.arrayOf[i], start)) return false;
-        sums_[i].begin(start, calculus_);
+        sums_[i].begin(startOf(i), calculus_);
         if (sums_[i].wantsMore(calculus_)) wanting_.push_back(i);
     }
     needed_.beginPoint(wanting_);
-    return true;
+    return setFixed();
 }
 
-bool SeriesPass::setLeaves(int k) {
-    return std::all_of(leaves_.begin(), leaves_.end(), [&](SlotIndex leaf) {
+bool SeriesPass::setLeaf(SlotIndex leaf) {
+    Expr& node = *distinct_.graph[leaf].node;
+    for (int k = 0; k <= 2; ++k) {
         real term = 0;
-        distinct_.graph[leaf].node->DY(k, term);
-        return run_.setNow(leaf, term);
-    });
+        node.DY(k, term);
+        if (!run_.setLeaf(leaf, k, term)) return false;
+    }
+    return true;
 }
 
-bool SeriesPass::runConstants(int k) {
+bool SeriesPass::setFixed() {
+    for (std::size_t i = 0; i < definitions_.size(); ++i) {
+        const real before = defined_[i];
+        distinct_.graph[definitions_[i]].node->DY(0, defined_[i]);
+        if (!sameValue(before, defined_[i])) run_.forgetConstants();
+    }
+    const auto set = [this](SlotIndex leaf) { return setLeaf(leaf); };
+    if (!std::all_of(times_.begin(), times_.end(), set)) return false;
+    if (run_.hasConstants()) return true;
     // Factors that are constant have only zero terms after the first while all of them are finite.
-    if (!run_.run(programs_.constants, k, k, calculus_.stepTable)) return false;
-    if (k == 0) run_.keepConstants(constants_);
-    return true;
+    return std::all_of(numbers_.begin(), numbers_.end(), set) &&
+           std::all_of(definitions_.begin(), definitions_.end(), set) &&
+           run_.runConstants(constantLanes_, calculus_.stepTable);
 }
 
 void SeriesPass::addTerms(int first, int last) {
@@ -69,6 +82,7 @@ void SeriesPass::addTerms(int first, int last) {
 }
 
 int SeriesPass::highestTerm(SlotIndex variable) const {
+    if (isLevel_) return sums_[distinct_.representative[variable]].k - 1;
     if (!knowsHighest_.load(std::memory_order_acquire)) spreadHighest();
     return highest_[variable];
 }
@@ -85,17 +99,20 @@ void SeriesPass::spreadHighest() const {
 bool SeriesPass::sumAll() {
     if (!begin()) return false;
     for (int k = 0; !wanting_.empty();) {
-        // From term 2 on every leaf is zero, and what is computed from constants only is what it was at term 1.
-        if (k <= 2 && !setLeaves(k)) return false;
-        if (k <= 1 && !runConstants(k)) return false;
-        const int last = k < 2 && !leaves_.empty() ? k : batching_.lastWith(k);
-        if (!run_.run(needed_.program(), k, last, calculus_.stepTable)) return false;
+        const int last = batching_.lastWith(k);
+        if (!run_.run(needed_.lanes(), k, last, calculus_.stepTable)) return false;
         addTerms(k + 1, last + 1);
         k = last + 1;
     }
+    int lowest = std::numeric_limits<int>::max();
+    int highest = 0;
     for (SlotIndex i = 0; i < all_.variables; ++i) {
-        asVariable(all_[i].node)->adopt(sums_[distinct_.representative[i]]);
+        const SeriesSum& sum = sums_[distinct_.representative[i]];
+        asVariable(all_[i].node)->adopt(sum);
+        lowest = std::min(lowest, sum.k);
+        highest = std::max(highest, sum.k);
     }
+    isLevel_ = !HighestTerms::canDiffer(lowest, highest);
     return true;
 }
 
