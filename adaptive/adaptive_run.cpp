@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "adaptive/removable.hpp"
+#include "text/extended_bits.hpp"
 
 namespace zirk {
 
@@ -73,7 +74,7 @@ void AdaptiveRun::prepare(real end) {
     // At rest nothing limits a step; what is left of the run does.
     const real rest = std::fabs(end - time_);
     const real near = naturalLength_ > 0 ? std::min(naturalLength_, rest) : rest / 64;
-    scale_ = direction * std::exp2(std::round(std::log2(near)));
+    scale_ = direction * nearestPowerOfTwo(near);
 }
 
 void AdaptiveRun::evaluateFirst(const std::vector<real>& state, real time, bool piecesStay, std::vector<real>& first) {
@@ -130,7 +131,7 @@ real AdaptiveRun::chooseLength() {
     constexpr real muchTooLarge = 0.125L;
     for (int shrunk = 0;; ++shrunk) {
         expand();
-        length = machine_->size.longest(machine_->series);
+        length = machine_->size.longest(machine_->series, isFresh_);
         // Near the end of the numbers, terms of a smaller scale may still be some.
         constexpr int mostTries = 3;
         if (std::isnan(length) && shrunk < mostTries) {
@@ -146,7 +147,7 @@ real AdaptiveRun::chooseLength() {
         // What the step before has shown does not hold any more.
         wide_ = 0;
         expand();
-        length = machine_->size.longest(machine_->series);
+        length = machine_->size.longest(machine_->series, isFresh_);
     }
     return length;
 }
@@ -175,12 +176,16 @@ bool AdaptiveRun::isTooShort(real length) const {
     return !(std::fabs(length * scale_) > std::fabs(time_) * places) || length * scale_ == 0;
 }
 
+void AdaptiveRun::beginAnew() {
+    evaluateFirst(state_, time_, false, first_);
+    for (ValueIndex i = 0; i < first_.size(); ++i) {
+        if (!std::isfinite(first_[i])) failAt(time_, i, first_[i]);
+    }
+}
+
 AdaptiveRun::Trial AdaptiveRun::firstTrial(real end) {
     for (int jumps = 0;; ++jumps) {
-        if (!isFirstCurrent_) evaluateFirst(state_, time_, false, first_);
-        for (ValueIndex i = 0; i < first_.size(); ++i) {
-            if (!std::isfinite(first_[i])) failAt(time_, i, first_[i]);
-        }
+        if (!isFirstCurrent_) beginAnew();
         Trial trial;
         trial.length = chooseLength();
         if (std::isnan(trial.length)) failShort(machine_->size.limiting());
@@ -285,8 +290,10 @@ void AdaptiveRun::accept(const Trial& trial) {
     machineBefore_.reset();
     time_ = trial.time;
     timeRest_ = trial.timeRest;
-    isFirstCurrent_ = !machine_->jumps.any();
+    // Where the run was to end, values may be 0/0.
+    isFirstCurrent_ = !machine_->jumps.any() && !trial.isLast;
     machine_->jumps.moveOn();
+    isFresh_ = trial.endsAtJump;
     if (trial.endsAtJump) {
         machine_->jumps.change();
         ++statistics_.jumps;
@@ -306,6 +313,7 @@ void AdaptiveRun::accept(const Trial& trial) {
 
 void AdaptiveRun::findCrossings(const Trial& trial) {
     crossings_.clear();
+    if (watches_.empty()) return;
     std::vector<real> polynomial;
     for (std::size_t i = 0; i < watches_.size(); ++i) {
         machine_->series.polynomial(machine_->system.watched[i], polynomial);

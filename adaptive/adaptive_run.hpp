@@ -76,6 +76,8 @@ private:
     void evaluateFirst(const std::vector<real>& state, real time, bool piecesStay, std::vector<real>& first);
     void expand();
     real chooseLength();
+    /// Values at the begin of a step; fails where one is not finite.
+    void beginAnew();
     Trial firstTrial(real end);
     bool isTooShort(real length) const;
     void placeEnd(Trial& trial, real end) const;
@@ -124,6 +126,8 @@ private:
     /// How much longer than the last step the next one may be.
     real growth_ = mostGrowth;
     int wide_ = 0;
+    /// At a start, and behind a jump.
+    bool isFresh_ = true;
     std::vector<ZeroCrossing> crossings_;
 
     // Of the trial at hand.

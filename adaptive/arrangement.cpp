@@ -88,12 +88,19 @@ ValueSystem arranged(const ValueSystem& system) {
 }
 
 Arrangement::Arrangement(const ValueSystem& system, int highest)
-    : rising(system.size(), none), falling(system.size(), none), weighted(system.size(), none), order(highest) {
+    : rising(system.size(), none),
+      falling(system.size(), none),
+      weighted(system.size(), none),
+      order(highest),
+      rowLength((system.variables + 3) / 4 * 4) {
     giveArrays(system);
     groupValues(system);
     for (ValueIndex i = 0; i < system.size(); ++i) {
         instructions.push_back(instructionFor(system, i));
         const bool isVariable = i < system.variables;
+        const bool isKept = rising[i] != none || falling[i] != none || weighted[i] != none;
+        if (isVariable && isKept) keptVariables.push_back(instructions.back());
+        if (!isVariable && !system.values[i].isConstant) loop.push_back(instructions.back());
         if (rising[i] != none) arrays.push_back({rising[i], 1, isVariable});
         if (falling[i] != none) arrays.push_back({falling[i], -1, isVariable});
         if (weighted[i] != none) arrays.push_back({weighted[i], 1, isVariable});
@@ -104,7 +111,11 @@ Arrangement::Instruction Arrangement::instructionFor(const ValueSystem& system, 
     const Value& value = system.values[c];
     const ValueIndex a = value.a == Value::none ? 0 : value.a;
     const ValueIndex b = value.b == Value::none ? 0 : value.b;
-    Instruction result{a, b, none, none, none, rising[c], falling[c], weighted[c]};
+    const auto orScrap = [](std::uint32_t array, std::uint32_t place) { return array == none ? place : array; };
+    Instruction result{c, a, b, none, none, none, 0, 0, 0};
+    result.rising = orScrap(rising[c], scrap);
+    result.falling = orScrap(falling[c], fallingScrap);
+    result.weighted = orScrap(weighted[c], scrap);
     const auto sum = [&](std::uint32_t x, std::uint32_t y) {
         result.x = x;
         result.y = y;
@@ -146,9 +157,10 @@ void Arrangement::groupValues(const ValueSystem& system) {
         const bool goes = !groups.empty() && groups.back().law == value.law &&
                           system.values[groups.back().begin].isConstant == value.isConstant &&
                           level[groups.back().begin] == level[i];
-        if (!goes) groups.push_back({value.law, false, i, i});
+        if (!goes) groups.push_back({value.law, false, false, i, i});
         ++groups.back().end;
         groups.back().isKept |= rising[i] != none || falling[i] != none || weighted[i] != none;
+        groups.back().isWeighted |= weighted[i] != none;
     }
     for (const Group& group : groups) (system.values[group.begin].isConstant ? constants : varying).push_back(group);
 }
@@ -212,11 +224,11 @@ void Arrangement::giveArrays(const ValueSystem& system) {
         }
     }
     for (const ValueIndex value : system.watched) rise(value);
+    scrap = cells;
+    fallingScrap = scrap + terms - 1;
+    cells += stride;
     // The last cells that a sum may read too far.
     cells += spare;
-    for (ValueIndex i = 0; i < system.variables; ++i) {
-        if (rising[i] != none || falling[i] != none || weighted[i] != none) keptVariables.push_back(i);
-    }
 }
 
 }  // namespace zirk

@@ -24,14 +24,16 @@ struct Arrangement {
 
     struct Group {
         Law law;
-        /// Whether some of them have arrays.
+        /// Whether some of them have arrays, and weighted ones among these.
         bool isKept;
+        bool isWeighted;
         ValueIndex begin;
         ValueIndex end;
     };
 
     /// What the loop over terms has to know of a value.
     struct Instruction {
+        ValueIndex value;
         /// Operands, 0 for none.
         ValueIndex a;
         ValueIndex b;
@@ -39,7 +41,7 @@ struct Arrangement {
         std::uint32_t x;
         std::uint32_t y;
         std::uint32_t z;
-        /// Its own arrays.
+        /// Its own arrays; that for scrap where it has none.
         std::uint32_t rising;
         std::uint32_t falling;
         std::uint32_t weighted;
@@ -65,12 +67,20 @@ struct Arrangement {
     std::vector<std::uint32_t> falling;
     std::vector<std::uint32_t> weighted;
     std::uint32_t cells = 0;
+    /// An array into which values without one of a kind write, and which nobody reads: cheaper than to ask. For rising
+    /// and falling ones.
+    std::uint32_t scrap = 0;
+    std::uint32_t fallingScrap = 0;
     std::vector<Array> arrays;
     int order;
+    /// Of terms k of all variables: as many as there are and up to three more, which stay zero.
+    std::size_t rowLength;
     /// Variables that have an array.
-    std::vector<ValueIndex> keptVariables;
+    std::vector<Instruction> keptVariables;
     /// Per value.
     std::vector<Instruction> instructions;
+    /// Those of `varying`, one group behind the other.
+    std::vector<Instruction> loop;
     /// Values by whose term 0 others are divided.
     std::vector<ValueIndex> divisors;
 

@@ -77,7 +77,9 @@ void AdaptiveRun::failShort(ValueIndex value) const {
     if (value == Value::none) value = largestVariable();
     if (value == Value::none) throw RunError("the solution cannot be followed any further" + where, time_);
     const std::string name = nameOf(value);
-    if (value >= machine_->system.variables && hasDomain(machine_->system.values[value])) {
+    // At the edge of the domain of a negative power is its pole.
+    const Value& law = machine_->system.values[value];
+    if (value >= machine_->system.variables && hasDomain(law) && !(law.law == Law::Power && law.n < 0)) {
         throw RunError(name + " comes to the edge of its domain" + where, time_, name);
     }
     throw RunError(name + " has a singularity" + where, time_, name);

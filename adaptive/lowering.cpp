@@ -8,6 +8,8 @@
 #include <map>
 #include <tuple>
 
+#include "adaptive/shared_sums.hpp"
+
 namespace zirk {
 
 namespace {
@@ -62,9 +64,10 @@ private:
         return system_.size() - 1;
     }
 
+    static Key keyOf(const Value& value) { return {value.law, value.function, value.start, value.a, value.b, value.n}; }
+
     ValueIndex make(Value value) {
-        const Key key{value.law, value.function, value.start, value.a, value.b, value.n};
-        const auto [place, isNew] = known_.emplace(key, system_.size());
+        const auto [place, isNew] = known_.emplace(keyOf(value), system_.size());
         return isNew ? append(value) : place->second;
     }
 
@@ -94,7 +97,7 @@ private:
             case Operation::Subtract:
                 if (isNumber(left)) return withNumber(Law::FromNumber, right, numberOf(left));
                 if (isNumber(right)) return withNumber(Law::AddNumber, left, -numberOf(right));
-                return make(Law::Subtract, valueOf(left), valueOf(right));
+                return difference(valueOf(left), valueOf(right));
             case Operation::Multiply:
                 if (isNumber(left)) return make(Law::Scale, valueOf(right), none, numberOf(left));
                 if (isNumber(right)) return make(Law::Scale, valueOf(left), none, numberOf(right));
@@ -129,12 +132,26 @@ private:
         real factor;
     };
     Multiple multiple(ValueIndex value) const {
-        if (value >= system_.variables) {
-            const Value& law = system_.values[value];
-            if (law.law == Law::Negate) return {law.a, -1};
-            if (law.law == Law::Scale) return {law.a, law.n};
+        Multiple result{value, 1};
+        while (result.of >= system_.variables) {
+            const Value& law = system_.values[result.of];
+            // One factor besides signs, which no product rounds.
+            if (law.law == Law::Scale && std::fabs(result.factor) == 1) {
+                result = {law.a, result.factor * law.n};
+            } else if (law.law == Law::Negate) {
+                result = {law.a, -result.factor};
+            } else {
+                break;
+            }
         }
-        return {value, 1};
+        return result;
+    }
+
+    /// a - b; where b - a is there already, its negative.
+    ValueIndex difference(ValueIndex a, ValueIndex b) {
+        const Value opposite = with(Law::Subtract, b, a);
+        const auto known = known_.find(keyOf(opposite));
+        return known != known_.end() ? make(Law::Negate, known->second) : make(Law::Subtract, a, b);
     }
 
     ValueIndex product(ValueIndex a, ValueIndex b) {
@@ -143,11 +160,17 @@ private:
         // A factor costs nothing inside the sum.
         const Multiple left = multiple(a);
         const Multiple right = multiple(b);
-        return make(Law::Product, left.of, right.of, left.factor * right.factor);
+        const auto [first, second] = std::minmax(left.of, right.of);
+        return make(Law::Product, first, second, left.factor * right.factor);
     }
 
     ValueIndex quotient(ValueIndex a, ValueIndex b) {
         if (isConstant(b)) return make(Law::RatioBy, a, b);
+        // A power moves up: one more sum for it, but products need no check of their own and no division.
+        const Value& power = system_.values[b];
+        if (b >= system_.variables && power.law == Law::Power && power.n != std::trunc(power.n)) {
+            return product(a, make(Law::Power, power.a, none, -power.n));
+        }
         const Multiple numerator = multiple(a);
         return make(Law::Quotient, numerator.of, b, numerator.factor);
     }
@@ -173,9 +196,9 @@ private:
     }
 
     ValueIndex byProducts(ValueIndex u, unsigned n) {
-        // The square of a root is what is under it; a root that stays keeps watch over its domain.
+        // Odd powers of a root are powers of what is under it, and watch its domain as the root does.
         if (n % 2 == 1 && n > 1 && u >= system_.variables && system_.values[u].law == Law::Root) {
-            return product(byProducts(system_.values[u].a, n / 2), u);
+            return make(Law::Power, system_.values[u].a, none, static_cast<real>(n) / 2);
         }
         ValueIndex result = none;
         for (ValueIndex square = u;; square = product(square, square)) {
@@ -308,7 +331,7 @@ ValueSystem lower(const FormulaGraph& graph, const std::vector<NodeIndex>& rates
     lowering.lowerAll(roots);
     for (const NodeIndex rate : rates) system.rates.push_back(lowering.valueOf(rate));
     for (const NodeIndex formula : watched) system.watched.push_back(lowering.valueOf(formula));
-    return system;
+    return withSharedSums(system);
 }
 
 }  // namespace zirk

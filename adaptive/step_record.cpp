@@ -101,9 +101,12 @@ void StepRecord::read(real time, const std::vector<std::uint32_t>& wanted, real*
         const FlushTinyDoubles flush;
         const auto x = static_cast<double>(u);
         for (const std::uint32_t i : wanted) {
-            double tail = 0;
-            for (int k = order_; k > wide_; --k) tail = tail * x + doubleRow(k)[i];
-            state[i] = tail;
+            double sums[2] = {};
+            for (int k = order_; k > wide_; --k) {
+                double& sum = sums[static_cast<unsigned>(k - wide_) % 2];
+                sum = sum * (x * x) + doubleRow(k)[i];
+            }
+            state[i] = sums[1] + sums[0] * x;
         }
     }
     for (const std::uint32_t i : wanted) {

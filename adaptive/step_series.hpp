@@ -8,6 +8,13 @@
 
 namespace zirk {
 
+/// By what terms of each variable are measured; as doubles too, where none of them would become zero.
+struct Weights {
+    std::vector<real> exact;
+    std::vector<double> rounded;
+    bool haveDoubles = false;
+};
+
 /// Terms 0 to p of all variables and 0 to p - 1 of all values with an array, for one step.
 ///
 /// Terms up to `wide` of the variables are real numbers with 64 bits. From there on terms are so small against the
@@ -34,8 +41,11 @@ public:
         return k < wide_ ? real_.terms(value)[k] : static_cast<real>(double_.terms(value)[k]);
     }
 
+    /// Makes each of the numbers at least |term k| of its variable.
+    void raise(std::vector<real>& least, int k) const;
+
     /// Largest |term k| over the variables, each divided by its weight; not a number when one is not finite.
-    real largest(int k, const std::vector<real>& weights) const;
+    real largest(int k, const Weights& weights) const;
 
     /// What every variable gains up to u: the sum of terms 1 to p, from the small end.
     void gains(real u, std::vector<real>& out) const;

@@ -25,8 +25,9 @@ constexpr real functionTolerance = 1e-6L;
 /// A polynomial that has missed a feature of its function is off by more.
 constexpr real agreement = 1e-4L;
 
-/// Terms below this share of the tolerance, in units of the last place of a double, may be doubles.
-constexpr real doubleShare = 0x1p46L;
+/// Terms below so many tolerances may be doubles: 2^-10 of the tolerance is what that rounds. At eight times as many,
+/// the energy of an orbit was seen to drift in proportion to time.
+constexpr real doubleShare = 0x1p43L;
 
 /// Below this the numbers of the processor lose digits: a function there counts as zero.
 constexpr real tiny = 0x1p-16100L;
@@ -35,7 +36,10 @@ constexpr real infinite = std::numeric_limits<real>::infinity();
 
 /// The k-th root; 53 bits are plenty for the length of a step.
 real rootOf(real x, int k) {
+    constexpr real least = 1e-300L;
+    constexpr real most = 1e300L;
     if (x == 0 || !std::isfinite(x)) return x;
+    if (x > least && x < most) return std::exp2(std::log2(static_cast<double>(x)) / k);
     int exponent = 0;
     const auto mantissa = static_cast<double>(std::frexp(x, &exponent));
     const double logarithm = (std::log2(mantissa) + exponent) / k;
@@ -43,12 +47,26 @@ real rootOf(real x, int k) {
     return std::ldexp(static_cast<real>(std::exp2(logarithm - whole)), static_cast<int>(whole));
 }
 
-real power(real x, int k) {
-    real result = 1;
+template <class T>
+T power(T x, int k) {
+    T result = 1;
     for (; k > 0; k /= 2, x *= x) {
         if (k % 2 == 1) result *= x;
     }
     return result;
+}
+
+/// Goes through the orders below `last`. Where states are special, as a pendulum that is let go where it is level, a
+/// series may have terms at every fourth order only, or every eighth: the last two are zero or rounding, and the next
+/// ones have to fall on the step as terms of a series do that has them all, by `factor` at most.
+template <class Consider>
+void considerLower(int last, Consider consider) {
+    constexpr int most = 6;
+    real factor = 8;
+    for (int k = last - 1; k >= last - most && k > last / 2; --k) {
+        factor *= 8;
+        consider(k, factor);
+    }
 }
 
 real sizeOf(const StepSeries& series, ValueIndex value) {
@@ -71,7 +89,9 @@ int orderFor(real tolerance) {
 }
 
 StepSize::StepSize(const ValueSystem& system, real tolerance)
-    : system_(system), tolerance_(tolerance), weights_(system.variables), isWatched_(system.size(), 0) {
+    : system_(system), tolerance_(tolerance), isWatched_(system.size(), 0) {
+    weights_.exact.resize(system.variables);
+    weights_.rounded.resize(system.variables);
     for (const ValueIndex value : system.watched) isWatched_[value] = 1;
     // Where a jump is located has to be as right as the solution.
     for (const Value& value : system.values) {
@@ -86,17 +106,18 @@ StepSize::StepSize(const ValueSystem& system, real tolerance)
 
 void StepSize::weigh(const StepSeries& series) {
     real largest = 0;
+    std::vector<real>& weights = weights_.exact;
     const auto take = [&](int from, int to) {
-        for (ValueIndex i = 0; i < system_.variables; ++i) {
-            for (int k = from; k <= to; ++k) weights_[i] = std::max(weights_[i], std::fabs(series.variableTerm(i, k)));
-            largest = std::max(largest, weights_[i]);
-        }
+        for (int k = from; k <= to; ++k) series.raise(weights, k);
+        for (const real& weight : weights) largest = std::max(largest, weight);
     };
-    std::fill(weights_.begin(), weights_.end(), real{0});
+    std::fill(weights.begin(), weights.end(), real{0});
     take(0, 2);
     if (largest == 0) take(3, series.order());
     floor_ = largest > 0 ? std::max(largest * smallestShare, tiny) : 1;
-    for (real& weight : weights_) weight = std::max(weight, floor_);
+    for (real& weight : weights) weight = std::max(weight, floor_);
+    weights_.haveDoubles = floor_ > std::numeric_limits<double>::min();
+    std::copy(weights.begin(), weights.end(), weights_.rounded.begin());
 }
 
 real StepSize::relativeTerm(const StepSeries& series, int k) const { return series.largest(k, weights_); }
@@ -121,14 +142,15 @@ ValueIndex StepSize::firstNotFinite(const StepSeries& series) const {
     return Value::none;
 }
 
-void StepSize::consider(ValueIndex value, real ratio, int k, real tolerance, real& step) {
-    // Most of what is asked does not limit the step: a power tells that sooner than a root.
-    if (step < infinite && ratio * power(step, k) <= tolerance) return;
-    step = std::min(step, rootOf(tolerance / ratio, k));
+void StepSize::consider(ValueIndex value, real term, int k, real most, real& step) {
+    // Most of what is asked does not limit the step: a power tells that sooner than a root. One that a double cannot
+    // hold is infinite and does not tell.
+    if (term * static_cast<real>(power(static_cast<double>(step), k)) <= most) return;
+    step = std::min(step, rootOf(most / term, k));
     limiting_ = value;
 }
 
-real StepSize::longest(const StepSeries& series) {
+real StepSize::longest(const StepSeries& series, bool isFresh) {
     weigh(series);
     real step = infinite;
     limiting_ = Value::none;
@@ -141,6 +163,11 @@ real StepSize::longest(const StepSeries& series) {
         }
         if (ratio > 0) consider(Value::none, ratio, k, tolerance_ * cutOff, step);
     }
+    if (isFresh) {
+        considerLower(p - 1, [&](int k, real factor) {
+            consider(Value::none, relativeTerm(series, k), k, tolerance_ * cutOff * factor, step);
+        });
+    }
     for (const ValueIndex value : checked_) {
         const real size = sizeOf(series, value);
         const real tolerance = isWatched_[value] != 0 ? tolerance_ * cutOff : functionTolerance;
@@ -150,7 +177,12 @@ real StepSize::longest(const StepSeries& series) {
                 limiting_ = firstNotFinite(series);
                 return std::nan("");
             }
-            if (size > tiny && term > 0) consider(value, term / size, k, tolerance, step);
+            if (size > tiny && term > 0) consider(value, term, k, tolerance * size, step);
+        }
+        if (isFresh && size > tiny && isWatched_[value] != 0) {
+            considerLower(p - 2, [&](int k, real factor) {
+                consider(value, std::fabs(series.valueTerm(value, k)), k, tolerance * size * factor, step);
+            });
         }
         limitFlat(series, value, step);
         limitRoot(series, value, step);
@@ -184,7 +216,7 @@ void StepSize::limitRoot(const StepSeries& series, ValueIndex value, real& step)
     const real most = std::fabs(series.valueTerm(root.a, 0)) / 2;
     for (int k = 1; k < std::min(5, series.order()); ++k) {
         const real term = std::fabs(series.valueTerm(root.a, k));
-        if (term > 0 && most > 0) consider(value, term / most, k, 1, step);
+        if (term > 0 && most > 0) consider(value, term, k, most, step);
     }
 }
 

@@ -18,8 +18,8 @@ public:
     StepSize(const ValueSystem& system, real tolerance);
 
     /// The longest step, in units of the scale; not a number when a term is not finite, infinite when nothing limits
-    /// it.
-    real longest(const StepSeries& series);
+    /// it. `isFresh` where the state may be special: at a start, and behind a jump.
+    real longest(const StepSeries& series, bool isFresh);
 
     /// Whether the terms that were computed as doubles are small enough for that, for a step of this length.
     bool doublesSuffice(const StepSeries& series, real step) const;
@@ -43,7 +43,8 @@ public:
 
 private:
     void weigh(const StepSeries& series);
-    void consider(ValueIndex value, real ratio, int k, real tolerance, real& step);
+    /// Limits the step so that |term| step^k stays below `most`.
+    void consider(ValueIndex value, real term, int k, real most, real& step);
     void limitFlat(const StepSeries& series, ValueIndex value, real& step);
     void limitRoot(const StepSeries& series, ValueIndex value, real& step);
     real relativeTerm(const StepSeries& series, int k) const;
@@ -52,7 +53,7 @@ private:
 
     const ValueSystem& system_;
     real tolerance_;
-    std::vector<real> weights_;
+    Weights weights_;
     /// Least weight at the present step.
     real floor_ = 0;
     std::vector<ValueIndex> checked_;

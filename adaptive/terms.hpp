@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "adaptive/arrangement.hpp"
+#include "adaptive/order_loop.hpp"
 
 namespace zirk {
 
@@ -45,14 +45,12 @@ private:
     template <class Other>
     friend class Terms;
 
-    std::size_t at(int k) const { return static_cast<std::size_t>(k) * system_.variables; }
-    void runGroups(int k);
+    std::size_t at(int k) const { return static_cast<std::size_t>(k) * arrangement_.rowLength; }
+    OrderTables<T> tables();
+    void runPlainly(int first, int last);
+    void advancePlainly(int k);
     T lawfulTerm(ValueIndex value, int k) const;
-    void keep(const Arrangement::Instruction& to, int k, T term);
     void remember(ValueIndex value, int k, T term);
-    void advanceVariables(int k);
-    T overFirst(T x, ValueIndex value) const;
-    T overOrder(T x, int k) const;
 
     const ValueSystem& system_;
     const Arrangement& arrangement_;

@@ -55,9 +55,13 @@ real exactValue(ExprType function, real x) {
 
 real exactPower(real a, real b) {
     constexpr real most = 1048576;
-    if (b != std::trunc(b) || std::fabs(b) > most) return std::pow(a, b);
+    // Where a few products round less than a logarithm costs.
+    constexpr real mostHalves = 32;
+    const bool isWhole = b == std::trunc(b);
+    const bool isHalf = 2 * b == std::trunc(2 * b) && std::fabs(b) <= mostHalves;
+    if (!(isWhole || isHalf) || std::fabs(b) > most) return std::pow(a, b);
     auto n = static_cast<unsigned>(std::fabs(b));
-    real power = 1;
+    real power = isWhole ? 1 : std::sqrt(a);
     for (real square = a; n != 0; n >>= 1U, square *= square) {
         if ((n & 1U) != 0) power *= square;
     }

@@ -10,7 +10,8 @@ namespace zirk {
 /// pi/2, with its jump at 0, where it is pi/2.
 real exactValue(ExprType function, real x);
 
-/// a^b: whole exponents up to 2^20 by products, so that they work for any base; others as exp(b ln a).
+/// a^b: whole exponents up to 2^20 by products, so that they work for any base; halves up to 32 by these and a root;
+/// others as exp(b ln a).
 real exactPower(real a, real b);
 
 /// Value of an operation on two operands (or one: Negate).

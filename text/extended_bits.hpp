@@ -29,4 +29,16 @@ inline ExtendedBits bitsOf(const real& x) {
     return bits;
 }
 
+/// 2^round(log2 x) of a normal number x > 0.
+inline real nearestPowerOfTwo(const real& x) {
+    constexpr std::uint64_t rootOfTwo = 0xb504f333f9de6484;
+    const ExtendedBits bits = bitsOf(x);
+    const std::uint64_t one = std::uint64_t{1} << 63U;
+    const auto exponent = static_cast<std::uint16_t>(bits.biasedExponent() + (bits.mantissa > rootOfTwo ? 1 : 0));
+    real result = 0;
+    std::memcpy(&result, &one, sizeof one);
+    std::memcpy(reinterpret_cast<char*>(&result) + sizeof one, &exponent, sizeof exponent);
+    return result;
+}
+
 }  // namespace zirk

@@ -63,6 +63,6 @@ int main(int argc, char** argv) {
     } else {
         state = extrapolated(problem, Real(argv[2]));
     }
-    for (const Real& value : state) printNumber(static_cast<long double>(value));
+    for (std::size_t i = 0; i < problem.shown; ++i) printNumber(static_cast<long double>(state[i]));
     return 0;
 }

@@ -36,11 +36,11 @@ def _tag():
     return f"{version}-{version}-{platform}"
 
 
-def _compile(build, prefix):
+def _compile(build, prefix, definitions):
     configure = [
         "cmake", "-S", ROOT, "-B", build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", f"-DCMAKE_INSTALL_PREFIX={prefix}",
         "-DZIRK_PYTHON=ON", "-DZIRK_SHARED=OFF", "-DZIRK_TESTS=OFF", "-DZIRK_PYTHON_DIR=.",
-        f"-DPython_EXECUTABLE={sys.executable}",
+        f"-DPython_EXECUTABLE={sys.executable}", *(f"-D{definition}" for definition in definitions),
     ]  # fmt: skip
     for command in (
         configure,
@@ -77,12 +77,15 @@ def _pack(tree, path):
 
 
 def build_wheel(wheel_directory, config_settings=None, metadata_directory=None):
-    """`config_settings`: "build-dir" names a directory that is kept, for a faster next time."""
-    kept = (config_settings or {}).get("build-dir")
+    """`config_settings`: "build-dir" names a directory that is kept, for a faster next time; "define" is NAME=VALUE for
+    CMake, or several of them."""
+    settings = config_settings or {}
+    kept, definitions = settings.get("build-dir"), settings.get("define", [])
+    definitions = [definitions] if isinstance(definitions, str) else definitions
     name = f"{NAME}-{_tag()}.whl"
     with tempfile.TemporaryDirectory() as scratch:
         tree = pathlib.Path(scratch, "tree")
-        _compile(kept or pathlib.Path(scratch, "build"), tree)
+        _compile(kept or pathlib.Path(scratch, "build"), tree, definitions)
         _pack(tree, pathlib.Path(wheel_directory, name))
     return name
 

@@ -4,7 +4,7 @@
 >>> import zirk
 >>> sol = zirk.solve("x'' = -x & 1;", 10, every=1)
 >>> sol["x"][-1]                    # cos(10)
--0.8390715290764524522
+-0.839071529076452452...
 
 solve       text in, solution out: rows, zeros, the solution at any time
 Model       equations with names, parameters and explain()
@@ -25,8 +25,9 @@ from ._integrator import Crossing, Integrator, StepStatistics
 from ._model import Model
 from ._solution import Event, Events, Solution, Statistics
 from ._solve import solve
-from ._sweep import Sweep, SweepResult, sweep
+from ._sweep import Sweep, sweep
 from ._sympy import from_sympy
+from ._workers import SweepResult
 
 __version__: str = _core.version
 

@@ -10,6 +10,7 @@ import numpy
 
 from . import _core
 from ._errors import RunError
+from ._numbers import Reals
 from ._tables import html_table, text_table
 
 _INTEGERS = "fiLoRSUxXz"
@@ -36,11 +37,11 @@ class ClassicTable:
         return [name for name in self._table.names if "%" not in name]
 
     @property
-    def t(self) -> numpy.ndarray:
+    def t(self) -> Reals:
         return self._table.times()
 
     @property
-    def orders(self) -> numpy.ndarray:
+    def orders(self) -> Reals:
         """Terms that the longest series of a point needed: the column ORDER."""
         return numpy.array(self._table.orders)
 
@@ -54,7 +55,7 @@ class ClassicTable:
         """Points of the run, also those that are no rows."""
         return self._table.points
 
-    def __getitem__(self, name: str) -> numpy.ndarray:
+    def __getitem__(self, name: str) -> Reals:
         """Raises KeyError for a name that the text does not define. Derivatives: "x'" or, as in the text, "x%1"."""
         bare = name.rstrip("'")
         index = self._index.get(name if bare == name else f"{bare}%{len(name) - len(bare)}")
@@ -90,8 +91,8 @@ def _pairs(options: Union[None, str, Sequence[str], Mapping[str, Any]]) -> List[
     for word in rest:
         if len(word) < 2 or word[0] != "-":
             raise ValueError(f"an option is wanted, not {word!r}")
-        value = word[2:] or next(rest, None)
-        if value is None:
+        value = word[2:] or next(rest, "")
+        if not value:
             raise ValueError(f"the option {word} wants a value")
         pairs.append((word[1], value))
     return pairs

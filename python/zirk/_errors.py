@@ -36,7 +36,7 @@ class ParseError(Error, ValueError):
         self.column = len(before.decode(errors="replace")) + 1 if self._shown else column
 
     def __str__(self) -> str:
-        what = self.args[0]
+        what: str = self.args[0]
         if self.line <= 0:
             return what
         place = f"line {self.line}, column {self.column}: {what}"
@@ -64,4 +64,4 @@ class RunError(Error):
         self.solution = solution
 
     def __str__(self) -> str:
-        return self.args[0]
+        return str(self.args[0])

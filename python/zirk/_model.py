@@ -3,7 +3,7 @@
 
 from __future__ import annotations
 
-from typing import Dict, List, Mapping, Optional, Tuple, Union
+from typing import Any, Dict, List, Mapping, Optional, Tuple, Union
 
 import numpy
 
@@ -80,7 +80,7 @@ class Model:
         """
         return Model(self.text, {**self.settings, **set}, self._start)
 
-    def __reduce__(self) -> Tuple:
+    def __reduce__(self) -> Tuple[Any, ...]:
         return Model, (self.text, self.settings, self._start)
 
     def __eq__(self, other: object) -> bool:

@@ -6,12 +6,14 @@ from __future__ import annotations
 import decimal
 import fractions
 import numbers
-from typing import Any, Union
+from typing import Any, Union, cast
 
 import numpy
+from numpy.typing import NDArray
 
 from . import _core
 
+Reals = NDArray[numpy.longdouble]
 Number = Union[int, float, numpy.number, decimal.Decimal, fractions.Fraction, str]
 """Integers are exact, floats are what they are; all others, and formulas of constants as "2*pi", give 64 bits."""
 
@@ -35,7 +37,7 @@ def text_of(number: Any) -> str:
             return str(decimal.Decimal(top) / decimal.Decimal(bottom))
     if isinstance(number, numbers.Integral) and abs(int(number)) < 2**64:
         return str(int(number))
-    return _core.constant_text(number)
+    return _core.constant_text(cast(Any, number))
 
 
 def real_of(number: Any, problem: _core.Problem) -> Any:
@@ -44,10 +46,10 @@ def real_of(number: Any, problem: _core.Problem) -> Any:
         return number
     if isinstance(number, (str, decimal.Decimal, numbers.Rational)) and not hasattr(number, "dtype"):
         return problem.constant(text_of(number))
-    return _core.real(number)
+    return _core.real(cast(Any, number))
 
 
-def reals_of(values: Any, problem: _core.Problem) -> numpy.ndarray:
+def reals_of(values: Any, problem: _core.Problem) -> Reals:
     """One dimension of numpy.longdouble."""
     if isinstance(values, numpy.ndarray) and values.dtype.kind in "fiu":
         return numpy.ascontiguousarray(values, numpy.longdouble).reshape(-1)

@@ -9,7 +9,7 @@ import numpy
 
 from . import _core
 from ._model import Model
-from ._numbers import real_of, reals_of
+from ._numbers import Reals, real_of, reals_of
 from ._tables import html_table, text_table
 
 
@@ -50,13 +50,14 @@ class Event:
         self.ended: bool = number == events._solution._record.ended_by and index == len(events) - 1
 
     def __getitem__(self, expression: str) -> numpy.longdouble:
-        return self._events[expression][self._index]
+        value: numpy.longdouble = self._events[expression][self._index]
+        return value
 
     def __repr__(self) -> str:
         return f"Event(t={self.t}, expression={self.expression!r}, rising={self.rising}, ended={self.ended})"
 
 
-class Events(Sequence):
+class Events(Sequence[Event]):
     """The zeros of all watched expressions, in the order of the run: a sequence of Event.
 
     events.t and events["x"] are arrays of shape (len(events),); events.of("x") are the zeros of one expression alone.
@@ -70,7 +71,7 @@ class Events(Sequence):
         self._rising: List[bool] = solution._record.rising
 
     @property
-    def t(self) -> numpy.ndarray:
+    def t(self) -> Reals:
         """Times of the zeros."""
         return self._solution._record.events(None)
 
@@ -107,9 +108,9 @@ class Solution:
     >>> sol.t
     array([0. , 0.5, 1. , 1.5, 2. ], dtype=float128)
     >>> sol["x"][2]
-    0.5403023058681397174
+    0.54030230586813971...
     >>> sol(1, "x'")
-    -0.84147098480789650666
+    -0.8414709848078965...
     >>> sol([0.25, 0.75]).shape   # names by times
     (2, 2)
     """
@@ -125,7 +126,7 @@ class Solution:
         self._watched = watched
 
     @property
-    def t(self) -> numpy.ndarray:
+    def t(self) -> Reals:
         """Times of the rows."""
         return self._record.rows(None)
 
@@ -154,7 +155,7 @@ class Solution:
     def statistics(self) -> Statistics:
         return Statistics(*self._record.statistics())
 
-    def __getitem__(self, expression: str) -> numpy.ndarray:
+    def __getitem__(self, expression: str) -> Reals:
         return self._record.rows(expression)
 
     def __call__(self, t: Any, expression: Union[str, Sequence[str], None] = None) -> Any:
@@ -219,9 +220,9 @@ class Solution:
     def _repr_html_(self) -> str:
         return html_table(["t", *self.names], self, self._head())
 
-    def __reduce__(self) -> Tuple:
+    def __reduce__(self) -> Tuple[Any, ...]:
         return _restored, (self.model, self._record.state(), self._watched)
 
 
-def _restored(model: Model, state: Tuple, watched: Tuple[str, ...]) -> Solution:
+def _restored(model: Model, state: Tuple[Any, ...], watched: Tuple[str, ...]) -> Solution:
     return Solution(model, _core.record_from_state(model._problem, state, len(watched)), watched)

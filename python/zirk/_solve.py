@@ -12,7 +12,7 @@ import numpy
 from . import _core
 from ._errors import RunError
 from ._model import Model, Settings, model_of
-from ._numbers import Number, real_of, reals_of
+from ._numbers import Number, Reals, real_of, reals_of
 from ._solution import Solution
 
 Expressions = Union[str, Sequence[str]]
@@ -37,11 +37,11 @@ def watched_of(expressions: Optional[Expressions]) -> List[Tuple[str, int]]:
 
 
 def tolerance_of(tolerance: Number, problem: _core.Problem) -> Any:
-    tolerance = real_of(tolerance, problem)
-    # As a double, the least one is a little less than itself.
-    if not 9.99e-19 <= tolerance <= 0.1:
+    # As it is written, so that 1e-15 means what it means to the command: no double is 1e-15, and none is 1e-18.
+    given = numpy.longdouble(repr(tolerance)) if type(tolerance) is float else real_of(tolerance, problem)
+    if not _LEAST_TOLERANCE <= given <= 0.1:
         raise ValueError(f"the tolerance must lie between 1e-18 and 0.1, not be {tolerance}")
-    return max(tolerance, _LEAST_TOLERANCE)
+    return given
 
 
 _LEAST_TOLERANCE = numpy.longdouble("1e-18")
@@ -56,7 +56,7 @@ def max_step_of(max_step: Optional[Number], problem: _core.Problem) -> Any:
     return length
 
 
-def progress_of(progress: Optional[Progress]) -> Optional[Callable]:
+def progress_of(progress: Optional[Progress]) -> Optional[Callable[[float, numpy.longdouble, int], Any]]:
     if not progress:
         return None
     return _show_progress if progress is True else progress
@@ -66,7 +66,7 @@ def _show_progress(share: float, t: numpy.longdouble, steps: int) -> None:
     print(f"\r{share:4.0%}, t = {t:.6g}, {steps} steps ", end="\n" if share == 1 else "", file=sys.stderr, flush=True)
 
 
-def _listed(at: Iterable[Number], end: Optional[Number], problem: _core.Problem) -> Tuple[numpy.ndarray, Any]:
+def _listed(at: Iterable[Number], end: Optional[Number], problem: _core.Problem) -> Tuple[Reals, Any]:
     times = reals_of(at, problem)
     if end is None:
         if not len(times):
@@ -122,7 +122,8 @@ def solve(
     set       : replaces definitions and start values: {"k": 2, "x'": "pi/4"}
     until     : an expression or several whose first zero ends the run; "x:up" and "x:down" for one direction only
     crossings : expressions whose zeros are found and kept in sol.events
-    tolerance : error per step relative to the size of the solution, 1e-18 to 0.1
+    tolerance : error per step relative to the size of the solution, 1e-18 to 0.1; floats are taken as
+                they are written here
     progress  : True, or called with (share of the time, t, steps) about ten times a second
     max_step  : longest step
     dense     : keeps the polynomials of all steps, for sol(t) and for expressions; some kilobytes per step
@@ -145,18 +146,18 @@ def solve(
     times = None
     count, spacing = 0, 0
     if at is not None:
-        times, end = _listed(at, end, problem)
+        times, last = _listed(at, end, problem)
     elif end is None:
         raise TypeError("solve needs an end, or times in at")
     else:
-        end = real_of(end, problem)
-    if not -math.inf < end < math.inf:
+        last = real_of(end, problem)
+    if not -math.inf < last < math.inf:
         raise ValueError("the end must be finite")
     if every is not None or rows is not None:
-        count, spacing = _intervals(every, rows, end, problem)
+        count, spacing = _intervals(every, rows, last, problem)
     stops, seen = watched_of(until), watched_of(crossings)
     record, failure = _core.solve(
-        problem, end, times, count, spacing, stops, seen, tolerance_of(tolerance, problem),
+        problem, last, times, count, spacing, stops, seen, tolerance_of(tolerance, problem),
         max_step_of(max_step, problem), dense, progress_of(progress),
     )  # fmt: skip
     solution = Solution(model, record, tuple(text for text, _ in (*stops, *seen)))

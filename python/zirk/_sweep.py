@@ -6,41 +6,22 @@ from __future__ import annotations
 import concurrent.futures
 import itertools
 import os
+import sys
 import threading
-from typing import Any, Callable, Dict, Iterable, Iterator, List, Mapping, NamedTuple, Optional, Sequence, Tuple, Union
+from typing import Any, Callable, Dict, Iterable, List, Mapping, Optional, Sequence, Tuple, Union
 
 import numpy
 
 from ._errors import Error
 from ._model import Model, model_of
-from ._numbers import Number, real_of
-from ._solution import Solution
-from ._solve import solve
+from ._numbers import Number, Reals, real_of
+from ._store import Store, key_of
+from ._workers import SweepResult, executor_of, results_of
 
 ParameterSet = Mapping[str, Number]
 ParameterSets = Union[Mapping[str, Iterable[Number]], Iterable[ParameterSet]]
 
-# A task takes so many sets, so that handing it out costs little beside them.
-_MOST_PER_TASK = 64
-_TASKS_PER_WORKER = 8
-
-
-class SweepResult(NamedTuple):
-    """One set of parameters and what came of it."""
-
-    index: int
-    parameters: Dict[str, Number]
-    solution: Optional[Solution]
-    """Of a failed set what is known of it, or None."""
-    error: Optional[Exception]
-    """None when all is well."""
-
-
-class _Stopped(Exception):
-    pass
-
-
-class Sweep(Sequence):
+class Sweep(Sequence[SweepResult]):
     """Results of a sweep in the order of the sets: a sequence of SweepResult.
 
     sweep["k"] are the values of a constant that was set, sweep["x"] and sweep["t"] those of any other name and the time at
@@ -74,7 +55,7 @@ class Sweep(Sequence):
             return self._results[key]
         return self._parameter(key) if key in self._constants else self._values(key)
 
-    def _parameter(self, name: str) -> numpy.ndarray:
+    def _parameter(self, name: str) -> Reals:
         values = numpy.full(len(self), numpy.nan, numpy.longdouble)
         # For texts and fractions, which have 64 bits.
         problem = Model("zero = 0;")._problem
@@ -83,8 +64,8 @@ class Sweep(Sequence):
                 values[i] = real_of(result.parameters[name], problem)
         return values
 
-    def _values(self, name: str) -> numpy.ndarray:
-        good = [(i, result.solution[name]) for i, result in enumerate(self._results) if result.error is None]
+    def _values(self, name: str) -> Reals:
+        good = [(i, result.solution[name]) for i, result in enumerate(self._results) if result.error is None and result.solution is not None]
         width = 1 if self._last_only else max((len(values) for _, values in good), default=0)
         table = numpy.full((len(self), width), numpy.nan, numpy.longdouble)
         for i, values in good:
@@ -121,29 +102,9 @@ def sets_of(parameters: ParameterSets) -> Tuple[List[Dict[str, Number]], Tuple[i
     return sets, (len(sets),)
 
 
-def _solve_some(
-    model: Model, begin: int, sets: List[Dict[str, Number]], end: Any, options: Dict[str, Any], stop: Any
-) -> List[SweepResult]:
-    """What a worker does; `stop` is an event of this process, or None."""
-
-    def look(*_: Any) -> None:
-        if stop is not None and stop.is_set():
-            raise _Stopped
-
-    results = []
-    for index, one in enumerate(sets, begin):
-        look()
-        try:
-            solution = solve(model, end, set=one, progress=look if stop is not None else None, **options)
-            results.append(SweepResult(index, one, solution, None))
-        except (Error, ValueError, TypeError, MemoryError) as error:
-            results.append(SweepResult(index, one, getattr(error, "solution", None), error))
-    return results
-
-
-def _tasks(count: int) -> Iterator[range]:
-    size = max(1, min(_MOST_PER_TASK, count // (_TASKS_PER_WORKER * (os.cpu_count() or 1))))
-    return (range(i, min(i + size, count)) for i in range(0, count, size))
+def _show_progress(done: int, count: int, failed: int) -> None:
+    words = f"\r{done / count:4.0%}, {done} of {count} sets" + (f", {failed} failed " if failed else " ")
+    print(words, end="\n" if done == count else "", file=sys.stderr, flush=True)
 
 
 def sweep(
@@ -151,15 +112,20 @@ def sweep(
     parameters: ParameterSets,
     end: Optional[Number] = None,
     *,
-    executor: Optional[concurrent.futures.Executor] = None,
+    executor: Any = None,
+    store: Union[None, str, "os.PathLike[str]"] = None,
     on_result: Optional[Callable[[SweepResult], Any]] = None,
+    progress: Union[None, bool, Callable[[int, int, int], Any]] = None,
     **options: Any,
 ) -> Sweep:
     """Solves a model for many sets of values: all combinations of {"k": values, ...}, or a list of {"k": value, ...}.
 
-    executor  : any of concurrent.futures; without one, a thread for each core. Runs hold no lock, so threads are enough
-                on one machine
-    on_result : called with each SweepResult as soon as it is there, in the thread of the caller
+    executor  : any of concurrent.futures, or a client of Dask for many machines; without one, a thread for each core. Runs
+                hold no lock, so threads are enough on one machine
+    store     : a directory for the results. A sweep that was stopped, and is called again in the same way, solves only what
+                is not there yet; so does one with more values
+    on_result : called with each SweepResult as soon as it is there, in the thread of the caller; those of the store first
+    progress  : True, or called with (sets done, sets altogether, sets failed)
     options   : of zirk.solve. Without at, every or rows only the ends are kept; without dense=True no polynomials
 
     A set that fails is reported with its parameters and does not lose the others. A name that the model does not have is
@@ -180,33 +146,56 @@ def sweep(
         if end is None:
             raise TypeError("sweep needs an end, or times in at")
         options["at"] = [end]
+    elif options.get("at") is not None:
+        # Whatever gives times once has to give them to every set.
+        options["at"] = list(options["at"])
     options.setdefault("dense", False)
-
-    own = executor is None
-    stop = threading.Event() if own else None
-    pool = concurrent.futures.ThreadPoolExecutor(os.cpu_count()) if executor is None else executor
+    shown = _show_progress if progress is True else progress or None
     results: List[Optional[SweepResult]] = [None] * len(sets)
-    waiting: List[concurrent.futures.Future] = []
+    done = failed = 0
+
+    def take(some: Sequence[SweepResult]) -> None:
+        nonlocal done, failed
+        for result in some:
+            results[result.index] = result
+            done += 1
+            failed += result.error is not None
+            if on_result is not None:
+                on_result(result)
+        if shown is not None and some:
+            shown(done, len(sets), failed)
+
+    kept = None if store is None else Store(store, model, end, options)
+    if kept is not None:
+        found = kept.read()
+        known = ((i, one, found.get(key_of(one))) for i, one in enumerate(sets))
+        take([r._replace(index=i, parameters=one) for i, one, r in known if r is not None])
+    todo = [(i, one) for i, one in enumerate(sets) if results[i] is None]
+
+    stop = threading.Event() if executor is None else None
+    if executor is None:
+        pool, workers = concurrent.futures.ThreadPoolExecutor(_cores()), _cores()
+    else:
+        pool, workers = executor_of(executor)
+    arriving = results_of(pool, workers, model, todo, end, options, stop)
     try:
-        for part in _tasks(len(sets)):
-            some = sets[part.start : part.stop]
-            waiting.append(pool.submit(_solve_some, model, part.start, some, end, options, stop))
-        for future in concurrent.futures.as_completed(waiting):
-            for result in future.result():
-                results[result.index] = result
-                if on_result is not None:
-                    on_result(result)
-    except BaseException:
-        if stop is not None:
-            stop.set()
-        for future in waiting:
-            future.cancel()
-        raise
+        for some in arriving:
+            if kept is not None:
+                kept.add(some)
+            take(some)
     finally:
-        if own:
+        arriving.close()
+        if executor is None:
             pool.shutdown()
-    done = [result for result in results if result is not None]
+        if kept is not None:
+            kept.flush()
+    complete = [result for result in results if result is not None]
     # What every set is refused for lies in the options.
-    if done and all(result.error is not None and not isinstance(result.error, Error) for result in done):
-        raise done[0].error  # type: ignore[misc]
-    return Sweep(done, constants, shape, last_only)
+    if complete and all(result.error is not None and not isinstance(result.error, Error) for result in complete):
+        raise complete[0].error  # type: ignore[misc]
+    return Sweep(complete, constants, shape, last_only)
+
+
+def _cores() -> int:
+    """Those that this process may use."""
+    return len(os.sched_getaffinity(0))

@@ -26,7 +26,7 @@ def _writer(time: Any) -> Any:
     from sympy.printing.precedence import PRECEDENCE
     from sympy.printing.str import StrPrinter
 
-    class Writer(StrPrinter):
+    class Writer(StrPrinter):  # type: ignore[misc]
         def _print_Symbol(self, expr: Any) -> str:
             if expr == time:
                 return "t"
@@ -133,7 +133,7 @@ def from_sympy(
     writer = _writer(time)
 
     def written(value: Any) -> str:
-        return writer.doprint(sympy.sympify(value)) if not isinstance(value, str) else value
+        return str(writer.doprint(sympy.sympify(value))) if not isinstance(value, str) else value
 
     equations: List[Tuple[str, int, str]] = []
     if isinstance(rhs, Mapping):

@@ -13,6 +13,10 @@ def examples():
     return ROOT / "examples"
 
 
+def pytest_configure(config):
+    config.addinivalue_line("markers", "timing: tells nothing where sanitizers slow everything down or keep memory")
+
+
 def pytest_addoption(parser):
     parser.addoption("--zirk", help="the command zirk")
     parser.addoption("--zirk-solve", help="the command zirk-solve")

@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: MIT
 """Failing, interrupted, parallel and stepwise runs."""
 
-import os
 import signal
 import subprocess
 import sys
@@ -46,6 +45,7 @@ def interrupted(code):
             child.kill()
 
 
+@pytest.mark.timing
 def test_control_c_ends_a_run_within_a_tenth_of_a_second():
     code = f"""
 import sys, time, zirk
@@ -65,6 +65,7 @@ except KeyboardInterrupt:
         assert interrupted(code.format(call)) < 0.2, call
 
 
+@pytest.mark.timing
 def test_other_threads_run_meanwhile():
     count = 0
     done = threading.Event()
@@ -183,28 +184,3 @@ def test_an_integrator_belongs_to_one_thread_at_a_time():
             question()
     thread.join()
     assert run.t == 3000
-
-
-def resident():
-    with open("/proc/self/statm") as statm:
-        return int(statm.read().split()[1]) * os.sysconf("SC_PAGE_SIZE")
-
-
-def test_nothing_is_left_behind():
-    times = np.linspace(0, 3, 50)
-
-    def some(count):
-        for _ in range(count):
-            sol = zirk.solve("x'' = -x & 1;", 3, rows=5, crossings="x", set={"x": 2})
-            sol["x"], sol["x*x"], sol(times), sol(2, "x"), sol.events["x"], sol.statistics
-            for wrong in ("x' = (;", "x' = x*x & 1;"):
-                try:
-                    zirk.solve(wrong, 2, at=[1.5])
-                except zirk.Error:
-                    pass
-
-    some(300)
-    before = resident()
-    some(2000)
-    # A kilobyte lost per call would be 2 MB and more.
-    assert resident() - before < 1.5e6

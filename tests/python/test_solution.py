@@ -116,14 +116,15 @@ def test_an_end_is_needed_and_finite():
         zirk.solve(CIRCLE, [1])
 
 
-def test_rows_are_those_of_the_command(solve_command, examples):
+@pytest.mark.parametrize("tolerance", [None, 1e-18, 1e-15, "1e-12", 1e-7])
+def test_rows_are_those_of_the_command(solve_command, tolerance):
     text = "x' = 10*(y - x) & 1; y' = x*(28 - z) - y & 1; z' = x*y - 8/3*z & 1;"
     out = subprocess.run(
-        [solve_command, "-t", "3", "-n", "30", "--digits", "21", "--format", "csv"],
+        [solve_command, "-t", "3", "-n", "30", "--digits", "21", "--format", "csv", "--tolerance", str(tolerance or 1e-18)],
         input=text, capture_output=True, text=True, check=True,
     ).stdout.split()  # fmt: skip
     names = out[0].split(",")
-    sol = zirk.solve(text, 3, rows=30)
+    sol = zirk.solve(text, 3, rows=30, **({} if tolerance is None else {"tolerance": tolerance}))
     rows = np.array([[LONG(cell) for cell in line.split(",")] for line in out[1:]])
     assert names == ["t", *sol.names] and len(rows) == 31
     for i, name in enumerate(names):

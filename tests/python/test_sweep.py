@@ -98,6 +98,7 @@ def test_tables_for_pandas():
     assert frame["error"][0] == "" and "singularity" in frame["error"][1]
 
 
+@pytest.mark.timing
 def test_control_c_ends_a_sweep():
     code = f"""
 import time, zirk
@@ -111,6 +112,7 @@ except KeyboardInterrupt:
     assert interrupted(code) < 1
 
 
+@pytest.mark.timing
 @pytest.mark.skipif(os.cpu_count() < 2, reason="one core")
 def test_threads_work_at_the_same_time():
     """Processor time beyond what one thread can have in that time."""
@@ -119,3 +121,17 @@ def test_threads_work_at_the_same_time():
     wall, cpu = time.perf_counter() - wall, time.process_time() - cpu
     idle = os.getloadavg()[0] < os.cpu_count() / 2
     assert cpu > 1.5 * wall or not idle
+
+
+def test_tasks_give_back_what_they_have_no_time_for(monkeypatch):
+    monkeypatch.setattr(zirk._workers, "_SECONDS_PER_TASK", 0)
+    seen = []
+    found = zirk.sweep(SPRING, {"k": range(1, 401)}, 1, on_result=lambda r: seen.append(r.index))
+    assert sorted(seen) == list(range(400)) and len(found) == 400
+    # Each task has come back with one result, so that sets of later tasks are there before the last ones of the first.
+    assert seen.index(399) < len(seen) - 1 or seen != sorted(seen)
+    assert np.abs(found["x"] - np.cos(np.sqrt(found["k"]))).max() < 1e-17
+
+
+def test_an_iterator_of_times_serves_all_sets():
+    assert zirk.sweep(SPRING, {"k": [1, 4]}, at=iter([1, 2]))["t"].tolist() == [[1, 2], [1, 2]]

@@ -2,7 +2,9 @@
 // Every law gives the Taylor terms of its function.
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <cmath>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -20,6 +22,9 @@ struct Expansion {
     /// Terms 0 to 12 around t = 0, by mpmath's taylor() with 80 digits.
     std::vector<real> terms;
 };
+
+/// Part of the names of tests.
+void PrintTo(const Expansion& expansion, std::ostream* out) { *out << expansion.formula; }
 
 const Expansion expansions[] = {
     {"sin(0.25 + t - t*t/4)",
@@ -247,6 +252,15 @@ TEST_P(Laws, ScaleTheirTermsWithPowersOfTwo) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Formulas, Laws, ::testing::ValuesIn(expansions));
+/// Letters and digits of the formula, and its number.
+std::string nameOf(const ::testing::TestParamInfo<Expansion>& info) {
+    std::string name;
+    for (const char* c = info.param.formula; *c != 0; ++c) {
+        if (std::isalnum(static_cast<unsigned char>(*c)) != 0) name += *c;
+    }
+    return name + "_" + std::to_string(info.index);
+}
+
+INSTANTIATE_TEST_SUITE_P(Formulas, Laws, ::testing::ValuesIn(expansions), nameOf);
 
 }  // namespace

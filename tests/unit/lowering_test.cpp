@@ -89,6 +89,21 @@ TEST(Lowering, SharesTheSquaresOfPowers) {
     EXPECT_EQ(sumsOf("x^15"), 6);
 }
 
+TEST(Lowering, SharesSumsOfProductsThatDifferByAFactor) {
+    EXPECT_EQ(sumsOf("2*x*y + y*x/3 - x*y"), 1);
+    EXPECT_EQ(sumsOf("2*x/y - 3*x/y"), 1);
+    EXPECT_EQ(sumsOf("(x - y)*x + 5*(y - x)*x"), 1) << "a difference the other way round";
+    // x^2 + y^2, its power, and one product for each direction; the two bodies differ by sign and mass.
+    EXPECT_EQ(valuesOf("x' = 3*(y - x)/sqrt((x - y)^2 + 1)^3; y' = 7*(x - y)/sqrt((x - y)^2 + 1)^3;", Law::Product), 2);
+}
+
+TEST(Lowering, TakesOneValueForOddPowersOfARoot) {
+    EXPECT_EQ(valuesOf("x' = sqrt(x)^3;", Law::Power), 1);
+    EXPECT_EQ(valuesOf("x' = t/sqrt(x)^3;", Law::Quotient), 0);
+    EXPECT_EQ(valuesOf("x' = t/x^2.5;", Law::Quotient), 0);
+    EXPECT_EQ(valuesOf("x' = t/x^2;", Law::Quotient), 1) << "whole powers have a sign";
+}
+
 TEST(Lowering, KnowsWhatIsConstantOverAStep) {
     const ValueSystem system = systemOf("x' = sin(trunc(x))*trunc(t)/(trunc(t) + 1) - 2^trunc(t);");
     for (ValueIndex i = system.variables; i < system.size(); ++i) {

@@ -114,6 +114,16 @@ away = sqrt((x - 0.994)^2 + y^2 + x'^2 + (y' + 2.00158510637908252240537862224)^
     source="A closed orbit about two bodies. R. F. Arenstorf, Amer. J. Math. 85 (1963) 27-35; start and period: E. Hairer,\n"
     "S. P. Norsett, G. Wanner, Solving Ordinary Differential Equations I (1993), section II.0.", digits=50)
 
+Problem('level-pendulum', "p'' = -sin(p) & pi/2;\n", Asked("p p'", at='0.1 1 3', closed=dict(
+    # p = 2 asin(k cd(t | k^2)) with k = sin(p(0)/2).
+    p=lambda t: 2 * m.asin(m.sqrt(m.mpf(1) / 2) * m.ellipfun('cd', t, m=m.mpf(1) / 2)))),
+        source="Let go where it is level, its series has a term at every fourth order only.")
+
+Problem('every-eighth', "x' = 1 + x^8 & 0;\n", Asked('x', at='0.3 0.6 0.9', closed=dict(
+    # t = x F(1, 1/8; 9/8; -x^8).
+    x=lambda t: m.findroot(lambda x: x * m.hyp2f1(1, m.mpf(1) / 8, m.mpf(9) / 8, -x**8) - t, (t, t * m.mpf('1.01'))))),
+        source="The series at the start has a term at every eighth order.")
+
 Problem('lorenz', """
 x' = 10*(y - x)     & 1;
 y' = x*(28 - z) - y & 1;

@@ -272,7 +272,8 @@ class Run:
         if all(p[0] == 0 for p in c):
             norm = max(max(abs(p[1]) for p in c), mpfr('1e-4000'))
         h = abs(end - self.t)
-        for k in (self.order - 1, self.order):
+        # Where a series has a term at every eighth order only, the last two may be zero or rounding.
+        for k in range(self.order - 7, self.order + 1):
             last = max(abs(p[k]) for p in c)
             if last > 0:
                 h = min(h, gmpy2.exp(gmpy2.log(norm / last) / k - 2))
