@@ -64,12 +64,13 @@ template <class Cell>
 
 /// Runs orders `first` to `last`; false when some cell cannot hold its term.
 template <class Cell>
-bool runOrders(const Lanes* begin, const Lanes* end, Values values, OrderTerms<Cell>& terms, const real* factors,
-               std::size_t first, std::size_t last) {
+bool runOrders(const Lanes& program, Values values, OrderTerms<Cell>& terms, const real* factors, std::size_t first,
+               std::size_t last) {
     const FailedStores failed;
-    eachOrder(values, terms, factors, first, last, [&](const OrderCells<Cell>& cells) {
-        for (const Lanes* section = begin; section != end; ++section) runLanes(*section, cells);
-    });
+    const auto runOrder = [&](const OrderCells<Cell>& cells) __attribute__((always_inline)) {
+        runLanes(program, cells);
+    };
+    eachOrder(values, terms, factors, first, last, runOrder);
     return !failed.in(terms.now);
 }
 
@@ -143,7 +144,7 @@ bool OrderRun::setLeaf(SlotIndex slot, int k, real term) {
 bool OrderRun::runConstants(const Lanes& lanes, StepTable& stepTable) {
     const real* const factors = stepTable.upTo(3);
     return runIn([&](auto& form) {
-        form.hasConstants = runOrders(&lanes, &lanes + 1, Values::Constant, form, factors, 0, 2);
+        form.hasConstants = runOrders(lanes, Values::Constant, form, factors, 0, 2);
         return form.hasConstants;
     });
 }
@@ -154,12 +155,9 @@ bool OrderRun::run(const LaneSections& program, int first, int last, StepTable& 
     const auto end = static_cast<std::size_t>(last);
     // Of the terms up to last + 1.
     reserve(end + 2);
-    if (program.isCut() && crew_.members() > 1) {
-        return runIn([&](auto& form) { return runOrders(program, crew_, form, factors, begin, end); });
-    }
-    const Lanes* const sections = program.sections.data();
     return runIn([&](auto& form) {
-        return runOrders(sections, sections + program.sections.size(), Values::Varying, form, factors, begin, end);
+        return program.isCut() ? runOrders(program, crew_, form, factors, begin, end)
+                               : runOrders(program.sections.front(), Values::Varying, form, factors, begin, end);
     });
 }
 

@@ -34,7 +34,7 @@ bool SeriesPass::begin() {
     wanting_.clear();
     const bool isAlone = crew_.members() == 1;
     if (!isAlone) beginTogether();
-    for (SlotIndex i = 0; isAlone && i < all_.variables; ++i) all_[i].node->BeginStep();
+    if (isAlone) beginVariables(0, all_.variables);
     const auto startOf = [this](SlotIndex i) -> const real& { return distinct_.graph[i].node->startValue(); };
     if (!run_.setStarts(distinct_.graph.variables, startOf)) return false;
     for (SlotIndex i = 0; i < distinct_.graph.variables; ++i) {
@@ -45,10 +45,14 @@ bool SeriesPass::begin() {
     return setFixed();
 }
 
+void SeriesPass::beginVariables(std::size_t first, std::size_t last) const {
+    for (auto i = static_cast<SlotIndex>(first); i < last; ++i) all_[i].node->BeginStep();
+}
+
 void SeriesPass::beginTogether() {
     crew_.divide(all_.variables, [&](std::size_t first, std::size_t last) {
         const Calculus::Scope scope(calculus_);
-        for (auto i = static_cast<SlotIndex>(first); i < last; ++i) all_[i].node->BeginStep();
+        beginVariables(first, last);
     });
     crew_.divide(distinct_.graph.variables, [&](std::size_t first, std::size_t last) {
         for (auto i = static_cast<SlotIndex>(first); i < last; ++i) {

@@ -40,6 +40,7 @@ private:
     bool setLeaf(SlotIndex leaf);
     /// Adds terms `first` to `last` to the sums; those that end want no more.
     void addTerms(int first, int last);
+    void beginVariables(std::size_t first, std::size_t last) const;
     void adopt(std::size_t first, std::size_t last) const;
     // By all members of the crew.
     [[gnu::noinline]] void beginTogether();
