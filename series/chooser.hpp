@@ -6,7 +6,7 @@
 
 #include "expr/calculus.hpp"
 #include "lang/equation_table.hpp"
-#include "parallel/retreat.hpp"
+#include "series/retreat.hpp"
 #include "series/term_graph.hpp"
 #include "zirk/threads.hpp"
 

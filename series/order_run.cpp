@@ -86,7 +86,7 @@ bool runOrders(const LaneSections& program, Crew& crew, OrderTerms<Cell>& terms,
                 for (unsigned part = member; part < program.parts; part += crew.members()) {
                     runLanes(program.section(stage, part), cells);
                 }
-                crew.wait(member);
+                crew.wait();
             }
         });
         if (failed.in(terms.now)) allHeld.store(false, std::memory_order_relaxed);

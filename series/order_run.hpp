@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "expr/series_sum.hpp"
-#include "parallel/retreat.hpp"
+#include "series/retreat.hpp"
 #include "series/sections.hpp"
 #include "series/term_arrays.hpp"
 
