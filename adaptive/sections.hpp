@@ -77,7 +77,7 @@ struct Sections {
                 action(section(stage, part));
                 if (stage + 1 == stages) endOfStages(part);
             }
-            crew.wait(member);
+            crew.wait();
         }
     }
 

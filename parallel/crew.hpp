@@ -4,14 +4,14 @@
 
 #include <algorithm>
 #include <atomic>
-#include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <utility>
 
 #include "parallel/cores.hpp"
-#include "parallel/retreat.hpp"
+#include "parallel/preference.hpp"
 #include "parallel/schedule.hpp"
 #include "parallel/team.hpp"
 #include "zirk/threads.hpp"
@@ -43,13 +43,13 @@ public:
     /// Members that work on the present step.
     unsigned members() const { return members_; }
 
-    /// Calls work(member) for all of them at the same time; within, wait(member) waits for all.
+    /// Calls work(member) for all of them at the same time; within, wait() waits for all.
     template <class Work>
     void run(const Work& work) {
         members_ == 1 ? work(0U) : team_->run(members_, work);
     }
-    void wait(unsigned member) {
-        if (members_ > 1) team_->wait(member);
+    void wait() {
+        if (members_ > 1) team_->wait();
     }
 
     /// Calls work(begin, end) for as many pieces of 0 to `size` as there are members.
@@ -86,15 +86,15 @@ public:
         return found;
     }
 
-    /// Processors are taken for one step as long as this lives; where they turn out to be busy otherwise, some of the
-    /// next steps are left to the caller alone.
+    /// Processors are taken for one step as long as this lives; where the caller alone turns out to be faster, it does
+    /// most of the next steps alone.
     class Turn {
     public:
         explicit Turn(Crew& crew) : crew_(crew) {
             if (crew.team_ != nullptr) begin();
         }
         ~Turn() {
-            if (crew_.members_ > 1) end();
+            if (share_) end();
         }
         Turn(const Turn&) = delete;
         Turn& operator=(const Turn&) = delete;
@@ -105,17 +105,15 @@ public:
 
         Crew& crew_;
         std::optional<ProcessorShare> share_;
-        std::chrono::steady_clock::time_point begin_;
-        Signal::Duration waitedBefore_{};
+        /// Ticks of the processor.
+        std::uint64_t begin_ = 0;
+        bool isCounted_ = false;
     };
 
 private:
-    /// Members that are to work on the next step.
-    unsigned wanted();
-
     const ThreadOptions options_;
     unsigned members_ = 1;
-    Retreat retreat_;
+    Preference preference_;
     std::unique_ptr<Team> team_;
 };
 

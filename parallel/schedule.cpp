@@ -14,8 +14,9 @@ using Index = TaskGraph::Index;
 
 constexpr Index none = 0xffffffff;
 
-/// A pair of threads on one chip; a third more than in the quiet, for parts are never quite equal.
-constexpr double waitOfTwo = 700;
+/// Two threads on one chip take 110 to 350 to see each other. Parts are never quite equal, and on a machine that others
+/// use as well the first steps would cost a short run more than it could gain.
+constexpr double waitOfTwo = 1500;
 
 /// Cutting has to gain at least this: the rest of a step gains less, and a machine is seldom all ours.
 constexpr double leastGain = 1.25;

@@ -59,7 +59,7 @@ void Signal::publish(std::uint64_t value) {
     if (sleepers_.load() > 0) futex(value_, FUTEX_WAKE_PRIVATE, std::numeric_limits<int>::max());
 }
 
-std::uint64_t Signal::waitWhile(std::uint64_t old, Duration patience, Duration& waited) {
+std::uint64_t Signal::waitWhile(std::uint64_t old, Duration patience) {
     using Clock = std::chrono::steady_clock;
     const auto asksInVain = [&] {
         for (int i = 0; i < asksAtOnce; ++i) {
@@ -77,7 +77,6 @@ std::uint64_t Signal::waitWhile(std::uint64_t old, Duration patience, Duration& 
     // The system looks once more before it lets the thread sleep.
     while (value_.load() == old) futex(value_, FUTEX_WAIT_PRIVATE, static_cast<std::uint32_t>(old));
     --sleepers_;
-    waited += Clock::now() - begin;
     return value();
 }
 
@@ -127,10 +126,10 @@ void Team::run(unsigned members, Call call, const void* work) {
     rounding_ = currentRounding();
     begun_.publish(std::uint64_t{working_} << 32 | static_cast<std::uint32_t>(begun_.value() + 1));
     call(work, 0);
-    wait(0);
+    wait();
 }
 
-void Team::wait(unsigned member) {
+void Team::wait() {
     // Before the others can know that this member has come, and the next piece of work can change it.
     const unsigned all = working_;
     if (all == 1) return;
@@ -139,23 +138,21 @@ void Team::wait(unsigned member) {
         arrived_.store(0);
         together_.publish(phase + 1);
     } else {
-        Signal::Duration others{};
-        together_.waitWhile(phase, patience_, member == 0 ? waited_ : others);
+        together_.waitWhile(phase, patience_);
     }
 }
 
 void Team::serve(unsigned member) {
     std::uint64_t known = 0;
-    Signal::Duration idle{};
     for (;;) {
-        known = begun_.waitWhile(known, patience_, idle);
+        known = begun_.waitWhile(known, patience_);
         const auto members = static_cast<unsigned>(known >> 32);
         if (members == 0) return;
         // What is not for this member may be over already: it looks at nothing of it.
         if (member >= members) continue;
         setRounding(rounding_);
         call_(work_, member);
-        wait(member);
+        wait();
     }
 }
 

@@ -26,9 +26,8 @@ public:
 
     using Duration = std::chrono::steady_clock::duration;
 
-    /// Returns the number once it is not `old`. `patience`: how long to ask before anything else. What it took beyond
-    /// the first microsecond or two is added to `waited`.
-    std::uint64_t waitWhile(std::uint64_t old, Duration patience, Duration& waited);
+    /// Returns the number once it is not `old`. `patience`: how long to ask before anything else.
+    std::uint64_t waitWhile(std::uint64_t old, Duration patience);
 
 private:
     std::atomic<std::uint64_t> value_{0};
@@ -59,12 +58,9 @@ public:
         run(members, [](const void* job, unsigned member) { (*static_cast<const Work*>(job))(member); }, &work);
     }
 
-    /// Within a piece of work: returns when all its members have called this as often, each with its number. What each
-    /// wrote before, all read afterwards.
-    void wait(unsigned member);
-
-    /// How long the caller has waited for others so far, but for waits of a microsecond or two.
-    Signal::Duration waited() const { return waited_; }
+    /// Within a piece of work: returns when all its members have called this as often. What each wrote before, all read
+    /// afterwards.
+    void wait();
 
 private:
     using Call = void (*)(const void* work, unsigned member);
@@ -94,7 +90,6 @@ private:
     alignas(128) Signal together_;
     alignas(128) std::atomic<unsigned> arrived_{0};
     unsigned working_ = 1;
-    Signal::Duration waited_{};
 };
 
 }  // namespace zirk

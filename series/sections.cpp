@@ -18,50 +18,44 @@ constexpr std::uint32_t none = TermGraph::none;
 constexpr double perInstruction = 2;
 constexpr double perSum = 18;
 
-/// Which task has made a slot or an array at the present order.
-class Makers {
-public:
-    void set(std::uint32_t index, TaskGraph::Index task) {
-        if (index >= task_.size()) task_.resize(index + std::size_t{1}, none);
-        task_[index] = task;
-    }
-    /// None: it was made at the order before, or is constant.
-    TaskGraph::Index operator[](std::uint32_t index) const { return index < task_.size() ? task_[index] : none; }
-
-private:
-    std::vector<TaskGraph::Index> task_;
-};
-
 bool sums(Code code) {
     return code == Code::Product || code == Code::PlusProduct || code == Code::MinusProduct || code == Code::Quotient;
 }
 
 }  // namespace
 
-TaskGraph tasksOf(const Program& program) {
+TaskGraph tasksOf(const Programs& programs) {
+    const Program& program = programs.varying;
     TaskGraph tasks;
-    Makers ofSlot;
-    Makers ofArray;
+    // By kind and index of a place: the task that makes what stands there at the present order.
+    std::vector<TaskGraph::Index> makers[4];
+    makers[Place::Array].resize(programs.arrays, none);
+    makers[Place::Now].resize(programs.nows, none);
     auto next = program.instructions.begin();
     for (const Program::Chain& chain : program.chains) {
         const auto end = next + chain.length;
         const auto products = std::count_if(next, end, [](const auto& i) { return sums(i.code); });
         const auto task = tasks.add(perInstruction * chain.length + perSum * static_cast<double>(products));
-        const auto need = [&](const Makers& makers, std::uint32_t index) {
-            const TaskGraph::Index maker = index == none ? none : makers[index];
+        const auto need = [&](Place place) {
+            // Rows are of the order before, and what is fixed is there.
+            if (place.where != Place::Array && place.where != Place::Now) return;
+            const TaskGraph::Index maker = makers[place.where][place.index];
             if (maker != none && maker != task) tasks.need(maker);
         };
         for (; next != end; ++next) {
-            need(ofSlot, next->load);
+            if (next->load != none) need(programs.places[next->load]);
             if (sums(next->code)) {
                 // A quotient sums over itself as well, up to the order before.
-                if (next->code != Code::Quotient) need(ofArray, next->a);
-                need(ofArray, next->b);
-            } else if (next->code != Code::Scale && next->code != Code::Ratio) {
-                need(ofSlot, next->a);
+                if (next->code != Code::Quotient) need({Place::Array, next->a});
+                need({Place::Array, next->b});
+            } else if (next->a != none) {
+                need(programs.places[next->a]);
             }
-            if (next->result == Result::Store) ofSlot.set(next->target, task);
-            if (next->result == Result::Keep) ofArray.set(next->array, task);
+            if (next->result == Result::Store) {
+                const Place place = programs.places[next->target];
+                makers[place.where][place.index] = task;
+            }
+            if (next->result == Result::Keep) makers[Place::Array][next->array] = task;
         }
     }
     return tasks;
@@ -89,10 +83,37 @@ Program inSections(const Program& program, const Schedule& schedule) {
         result.chains.push_back(chain);
         const auto first = program.instructions.begin() + static_cast<std::ptrdiff_t>(begin[i]);
         result.instructions.insert(result.instructions.end(), first, first + chain.length);
-        result.sectionEnds[sectionOf(i)] += chain.length;
+        ++result.sectionEnds[sectionOf(i)];
     }
     std::partial_sum(result.sectionEnds.begin(), result.sectionEnds.end(), result.sectionEnds.begin());
     return result;
+}
+
+Programs cutFor(Crew& crew, Programs programs) {
+    if (crew.isAlone()) return programs;
+    const Schedule schedule = crew.cut(tasksOf(programs));
+    if (schedule.parts == 1) return programs;
+    programs.varying = inSections(programs.varying, schedule);
+    crew.hire(schedule.parts);
+    return programs;
+}
+
+LaneSections::LaneSections(const Program& program, const Programs& programs) : parts(program.parts) {
+    if (parts == 1) {
+        sections.emplace_back(program, programs);
+        return;
+    }
+    std::size_t chain = 0;
+    auto next = program.instructions.begin();
+    for (const std::size_t end : program.sectionEnds) {
+        Program section;
+        for (; chain < end; ++chain) {
+            section.chains.push_back(program.chains[chain]);
+            section.instructions.insert(section.instructions.end(), next, next + program.chains[chain].length);
+            next += program.chains[chain].length;
+        }
+        sections.emplace_back(section, programs);
+    }
 }
 
 }  // namespace zirk

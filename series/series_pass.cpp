@@ -3,9 +3,8 @@
 #include "series/series_pass.hpp"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
-
-#include "series/sections.hpp"
 
 namespace zirk {
 
@@ -13,25 +12,19 @@ SeriesPass::SeriesPass(Calculus& calculus, const EquationTable& equations, const
     : calculus_(calculus),
       all_(equations),
       distinct_(all_),
-      programs_(distinct_.graph),
       crew_(threads),
-      run_(distinct_.graph.slots.size(), distinct_.graph.variables, programs_.arrays, crew_),
-      needed_(distinct_.graph, programs_.varying),
+      programs_(cutFor(crew_, Programs(distinct_.graph))),
+      constantLanes_(programs_.constants, programs_),
+      run_(programs_, crew_),
+      needed_(distinct_.graph, programs_),
       sums_(distinct_.graph.variables),
       highestTerms_(all_) {
     for (SlotIndex slot = 0; slot < distinct_.graph.size(); ++slot) {
-        if (distinct_.graph.isLeaf(slot)) leaves_.push_back(slot);
-        if (distinct_.graph[slot].isConstant) constants_.push_back(slot);
+        if (!distinct_.graph.isLeaf(slot)) continue;
+        const ExprType type = distinct_.graph[slot].type;
+        (type == ExprType::Number ? numbers_ : type == ExprType::Time ? times_ : definitions_).push_back(slot);
     }
-    cutProgram();
-}
-
-void SeriesPass::cutProgram() {
-    if (crew_.isAlone()) return;
-    const Schedule schedule = crew_.cut(tasksOf(programs_.varying));
-    if (schedule.parts == 1) return;
-    programs_.varying = inSections(programs_.varying, schedule);
-    crew_.hire(schedule.parts);
+    defined_.resize(definitions_.size());
 }
 
 bool SeriesPass::begin() {
@@ -39,48 +32,58 @@ bool SeriesPass::begin() {
     batching_.beginPoint();
     knowsHighest_ = false;
     wanting_.clear();
-    for (const SlotIndex leaf : leaves_) distinct_.graph[leaf].node->BeginStep();
-    crew_.divide(all_.variables, [&](std::size_t first, std::size_t last) {
-        const Calculus::Scope scope(calculus_);
-        for (std::size_t i = first; i < last; ++i) all_.slots[i].node->BeginStep();
-    });
-    if (!setStarts()) return false;
+    const bool isAlone = crew_.members() == 1;
+    if (!isAlone) beginTogether();
+    if (isAlone) beginVariables(0, all_.variables);
+    const auto startOf = [this](SlotIndex i) -> const real& { return distinct_.graph[i].node->startValue(); };
+    if (!run_.setStarts(distinct_.graph.variables, startOf)) return false;
     for (SlotIndex i = 0; i < distinct_.graph.variables; ++i) {
+        if (isAlone) sums_[i].begin(startOf(i), calculus_);
         if (sums_[i].wantsMore(calculus_)) wanting_.push_back(i);
     }
     needed_.beginPoint(wanting_);
-    return true;
+    return setFixed();
 }
 
-bool SeriesPass::setStarts() {
-    std::atomic<bool> allFit{true};
+void SeriesPass::beginVariables(std::size_t first, std::size_t last) const {
+    for (auto i = static_cast<SlotIndex>(first); i < last; ++i) all_[i].node->BeginStep();
+}
+
+void SeriesPass::beginTogether() {
+    crew_.divide(all_.variables, [&](std::size_t first, std::size_t last) {
+        const Calculus::Scope scope(calculus_);
+        beginVariables(first, last);
+    });
     crew_.divide(distinct_.graph.variables, [&](std::size_t first, std::size_t last) {
         for (auto i = static_cast<SlotIndex>(first); i < last; ++i) {
-            const real& start = distinct_.graph[i].node->startValue();
-            if (!run_.fitStart(i, programs_.arrayOf[i], start)) allFit.store(false, std::memory_order_relaxed);
-            sums_[i].begin(start, calculus_);
+            sums_[i].begin(distinct_.graph[i].node->startValue(), calculus_);
         }
     });
-    if (allFit) return true;
-    for (SlotIndex i = 0; i < distinct_.graph.variables; ++i) {
-        if (!run_.setStart(i, programs_.arrayOf[i], distinct_.graph[i].node->startValue())) return false;
+}
+
+bool SeriesPass::setLeaf(SlotIndex leaf) {
+    Expr& node = *distinct_.graph[leaf].node;
+    for (int k = 0; k <= 2; ++k) {
+        real term = 0;
+        node.DY(k, term);
+        if (!run_.setLeaf(leaf, k, term)) return false;
     }
     return true;
 }
 
-bool SeriesPass::setLeaves(int k) {
-    return std::all_of(leaves_.begin(), leaves_.end(), [&](SlotIndex leaf) {
-        real term = 0;
-        distinct_.graph[leaf].node->DY(k, term);
-        return run_.setNow(leaf, term);
-    });
-}
-
-bool SeriesPass::runConstants(int k) {
+bool SeriesPass::setFixed() {
+    for (std::size_t i = 0; i < definitions_.size(); ++i) {
+        const real before = defined_[i];
+        distinct_.graph[definitions_[i]].node->DY(0, defined_[i]);
+        if (!sameValue(before, defined_[i])) run_.forgetConstants();
+    }
+    const auto set = [this](SlotIndex leaf) { return setLeaf(leaf); };
+    if (!std::all_of(times_.begin(), times_.end(), set)) return false;
+    if (run_.hasConstants()) return true;
     // Factors that are constant have only zero terms after the first while all of them are finite.
-    if (!run_.run(programs_.constants, k, k, calculus_.stepTable)) return false;
-    if (k == 0) run_.keepConstants(constants_);
-    return true;
+    return std::all_of(numbers_.begin(), numbers_.end(), set) &&
+           std::all_of(definitions_.begin(), definitions_.end(), set) &&
+           run_.runConstants(constantLanes_, calculus_.stepTable);
 }
 
 void SeriesPass::addTerms(int first, int last) {
@@ -123,6 +126,7 @@ void SeriesPass::adoptTogether() {
 }
 
 int SeriesPass::highestTerm(SlotIndex variable) const {
+    if (isLevel_) return sums_[distinct_.representative[variable]].k - 1;
     if (!knowsHighest_.load(std::memory_order_acquire)) spreadHighest();
     return highest_[variable];
 }
@@ -140,15 +144,20 @@ bool SeriesPass::sumAll() {
     const Crew::Turn turn(crew_);
     if (!begin()) return false;
     for (int k = 0; !wanting_.empty();) {
-        // From term 2 on every leaf is zero, and what is computed from constants only is what it was at term 1.
-        if (k <= 2 && !setLeaves(k)) return false;
-        if (k <= 1 && !runConstants(k)) return false;
-        const int last = k < 2 && !leaves_.empty() ? k : batching_.lastWith(k);
-        if (!run_.run(needed_.program(), k, last, calculus_.stepTable)) return false;
+        const int last = batching_.lastWith(k);
+        if (!run_.run(needed_.lanes(), k, last, calculus_.stepTable)) return false;
         addTerms(k + 1, last + 1);
         k = last + 1;
     }
     crew_.members() == 1 ? adopt(0, all_.variables) : adoptTogether();
+    int lowest = std::numeric_limits<int>::max();
+    int highest = 0;
+    for (SlotIndex i = 0; i < all_.variables; ++i) {
+        const SeriesSum& sum = sums_[distinct_.representative[i]];
+        lowest = std::min(lowest, sum.k);
+        highest = std::max(highest, sum.k);
+    }
+    isLevel_ = !HighestTerms::canDiffer(lowest, highest);
     return true;
 }
 

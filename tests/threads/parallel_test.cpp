@@ -15,6 +15,7 @@
 
 #include "parallel/cores.hpp"
 #include "parallel/crew.hpp"
+#include "parallel/preference.hpp"
 #include "parallel/schedule.hpp"
 #include "parallel/team.hpp"
 
@@ -42,9 +43,9 @@ TEST(Teams, SeeAfterAWaitWhatAllWroteBefore) {
     team.run(size, [&](unsigned member) {
         for (long round = 1; round <= 2000; ++round) {
             written[member] = round;
-            team.wait(member);
+            team.wait();
             for (const long other : written) wrong[member] += other != round;
-            team.wait(member);
+            team.wait();
         }
     });
     for (const long count : wrong) EXPECT_EQ(count, 0);
@@ -64,7 +65,6 @@ TEST(Teams, GoOnAfterTheyHaveSlept) {
         });
     }
     EXPECT_EQ(calls, 3);
-    EXPECT_GE(team.waited(), std::chrono::milliseconds(14));
 }
 
 TEST(Teams, ComputeWithTheRoundingOfTheCaller) {
@@ -172,6 +172,48 @@ TEST(Schedules, LeaveAloneWhatIsSmallOrOneChain) {
         if (i > 0) chain.need(i - 1);
     }
     EXPECT_EQ(Schedule::best(chain, 8).parts, 1U);
+}
+
+/// Of so many pieces of work, those that are done together.
+int together(Preference& preference, std::uint64_t ticksTogether, std::uint64_t ticksAlone, int pieces) {
+    int count = 0;
+    for (int i = 0; i < pieces; ++i) {
+        const bool isTogether = preference.isTogether();
+        count += isTogether ? 1 : 0;
+        preference.note(isTogether ? ticksTogether : ticksAlone, 2);
+    }
+    return count;
+}
+
+TEST(Preferences, AreForWhatIsFaster) {
+    Preference faster;
+    EXPECT_GT(together(faster, 5000, 10000, 1000), 980);
+    Preference slower;
+    EXPECT_LT(together(slower, 10000, 5000, 1000), 40);
+    Preference same;
+    EXPECT_LT(together(same, 5000, 5000, 1000), 40) << "what gains nothing is not worth the processors";
+}
+
+TEST(Preferences, ChangeWithTheMachine) {
+    Preference preference;
+    together(preference, 5000, 10000, 1000);
+    EXPECT_LT(together(preference, 30000, 10000, 1000), 60) << "others have come";
+    EXPECT_GT(together(preference, 5000, 10000, 3000), 1500) << "and gone";
+}
+
+TEST(Preferences, AreNotLostByOneInterruption) {
+    Preference preference;
+    together(preference, 5000, 10000, 10);
+    EXPECT_TRUE(preference.isTogether());
+    preference.note(1000000, 2);
+    EXPECT_TRUE(preference.isTogether());
+}
+
+TEST(Preferences, TryLongWorkAloneLate) {
+    Preference preference;
+    EXPECT_EQ(together(preference, 100'000'000, 200'000'000, 50), 50);
+    Preference shorter;
+    EXPECT_EQ(together(shorter, 1'000'000, 2'000'000, 50), 49);
 }
 
 TEST(Processors, AreCountedFromTheEnvironment) {

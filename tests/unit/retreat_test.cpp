@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The points that a failure costs.
-#include "parallel/retreat.hpp"
+#include "series/retreat.hpp"
 
 #include <gtest/gtest.h>
 
