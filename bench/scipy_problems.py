@@ -11,9 +11,10 @@ PROBLEMS = {}
 class Problem:
     """end; rates(t, state) and start for solve_ivp, text for zirk.solve; names are what the parts of the state are called."""
 
-    def __init__(self, name, names, end, start, rates, text, options=None):
+    def __init__(self, name, names, end, start, rates, text, options=None, written=None):
+        """`written`: lines of Python that make the text, where a loop does."""
         self.name, self.names, self.end, self.start, self.rates, self.text = name, names.split(), end, start, rates, text
-        self.options = options or {}
+        self.options, self.written = options or {}, written
         PROBLEMS[name] = self
 
 
@@ -66,8 +67,8 @@ STARS = [3, 3, -1, -3, 2, -2, 2], [3, -3, 2, 0, 0, -4, 4], [0, 0, 0, 0, 0, 1.75,
 Problem("pleiades", " ".join(f"{a}{i}" for a in "xy" for i in range(1, 8)), 3, np.concatenate(STARS), pleiades, "".join(
     f"d{i}{j} = ((x{i} - x{j})^2 + (y{i} - y{j})^2)^1.5;\n" for i in range(1, 8) for j in range(i + 1, 8)) + "".join(
     f"{a}{i}'' = " + " + ".join(f"{j}*({a}{j} - {a}{i})/d{min(i, j)}{max(i, j)}" for j in range(1, 8) if j != i)
-    + f" & {STARS[n][i - 1]}; {a}{i}'(0) = {STARS[n + 2][i - 1]};\n" for n, a in enumerate("xy") for i in range(1, 8))
-)  # fmt: skip
+    + f" & {STARS[n][i - 1]}; {a}{i}'(0) = {STARS[n + 2][i - 1]};\n" for n, a in enumerate("xy") for i in range(1, 8)),
+    written=3)  # fmt: skip
 
 
 def arenstorf(t, state):
@@ -157,6 +158,7 @@ def rod(t, state):
 CELLS = 200
 Problem("rod", " ".join(f"u{i}" for i in range(1, CELLS + 1)), None, np.zeros(CELLS), rod, "".join(
     f"u{i}' = 40401*({f'u{i - 1}' if i > 1 else 1} - 2*u{i} + {f'u{i + 1}' if i < CELLS else 0});\n" for i in range(1, CELLS + 1)),
+    written=1,
     # Which cells know of each other.
-    {"LSODA": {"lband": 1, "uband": 1}, "Radau": {"jac_sparsity": np.abs(np.subtract.outer(range(CELLS), range(CELLS))) <= 1}}
+    options={"LSODA": {"lband": 1, "uband": 1}, "Radau": {"jac_sparsity": np.abs(np.subtract.outer(range(CELLS), range(CELLS))) <= 1}}
 )  # fmt: skip
