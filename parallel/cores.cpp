@@ -121,13 +121,13 @@ unsigned threadsIn(std::string_view value) {
     return static_cast<unsigned>(std::min<unsigned long>(count, mostThreads));
 }
 
-unsigned threadsOfEnvironment() {
+unsigned ThreadOptions::ofEnvironment() {
     const char* const value = std::getenv("OMP_NUM_THREADS");
     return value == nullptr ? 0 : threadsIn(value);
 }
 
 unsigned processorsToShare() {
-    static const unsigned count = threadsOfEnvironment();
+    static const unsigned count = ThreadOptions::ofEnvironment();
     return count > 0 ? count : usableProcessors();
 }
 

@@ -15,7 +15,7 @@ constexpr unsigned mostThreads = 256;
 /// system once.
 unsigned usableProcessors();
 
-/// What threadsOfEnvironment makes of a value of the variable.
+/// What ThreadOptions::ofEnvironment makes of a value of the variable.
 unsigned threadsIn(std::string_view value);
 
 /// The processors that the runs of this process share: as many as the environment says, else those that are usable.
