@@ -152,6 +152,8 @@ void AdaptiveRun::beginAnew() {
 AdaptiveRun::Trial AdaptiveRun::firstTrial(real end) {
     for (int jumps = 0;; ++jumps) {
         if (!isFirstCurrent_) beginAnew();
+        const ValueIndex beyond = machine_->size.firstBeyondRange(first_);
+        if (beyond != Value::none) failBeyondRange(beyond);
         Trial trial;
         trial.length = chooseLength();
         if (std::isnan(trial.length)) failShort(machine_->size.limiting());

@@ -94,6 +94,7 @@ private:
     [[noreturn]] void failAt(real time, ValueIndex value, real result) const;
     [[noreturn]] void failShort(ValueIndex value) const;
     [[noreturn]] void failSwitching(ValueIndex value) const;
+    [[noreturn]] void failBeyondRange(ValueIndex value) const;
     ValueIndex largestVariable() const;
     std::string nameOf(ValueIndex value) const;
 

@@ -85,6 +85,12 @@ void AdaptiveRun::failShort(ValueIndex value) const {
     throw RunError(name + " has a singularity" + where, time_, name);
 }
 
+void AdaptiveRun::failBeyondRange(ValueIndex value) const {
+    const std::string name = nameOf(value);
+    throw RunError(name + " cannot be followed at t = " + textOf(time_) + ": its terms leave the range of numbers",
+                   time_, name);
+}
+
 void AdaptiveRun::failSwitching(ValueIndex value) const {
     const std::string name = nameOf(value);
     throw RunError(name + " jumps to and fro without end at t = " + textOf(time_), time_, name);

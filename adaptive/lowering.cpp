@@ -131,12 +131,14 @@ private:
         ValueIndex of;
         real factor;
     };
+    static bool isModest(real factor) { return std::fabs(factor) < 0x1p64L && std::fabs(factor) > 0x1p-64L; }
     Multiple multiple(ValueIndex value) const {
         Multiple result{value, 1};
         while (result.of >= system_.variables) {
             const Value& law = system_.values[result.of];
-            // One factor besides signs, which no product rounds.
-            if (law.law == Law::Scale && std::fabs(result.factor) == 1) {
+            // One factor besides signs, which no product rounds. One that changes the order of magnitude very much may
+            // be what keeps the product in the range of numbers.
+            if (law.law == Law::Scale && std::fabs(result.factor) == 1 && isModest(law.n)) {
                 result = {law.a, result.factor * law.n};
             } else if (law.law == Law::Negate) {
                 result = {law.a, -result.factor};

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <limits>
 
+#include "adaptive/rounding.hpp"
+
 namespace zirk {
 
 namespace {
@@ -70,6 +72,23 @@ void considerLower(int last, Consider consider) {
     }
 }
 
+bool isZeroAtZero(const Value& value) {
+    if (value.law != Law::ProductRate && value.law != Law::QuotientRate) return false;
+    switch (value.function) {
+        case ExprType::Sin:
+        case ExprType::Tan:
+        case ExprType::Sinh:
+        case ExprType::Tanh:
+        case ExprType::ASin:
+        case ExprType::ATan:
+        case ExprType::ASinh:
+        case ExprType::ATanh:
+            return true;
+        default:
+            return false;
+    }
+}
+
 real sizeOf(const StepSeries& series, ValueIndex value) {
     real size = 0;
     for (int k = 0; k <= std::min(2, series.order() - 1); ++k) {
@@ -102,6 +121,7 @@ StepSize::StepSize(const ValueSystem& system, real tolerance, Crew& crew)
         const Value& value = system.values[i];
         if (!value.isConstant && (isFunction(value) || isWatched_[i] != 0)) checked_.push_back(i);
         if (!value.isConstant && isWatched_[i] != 0) watched_.push_back(i);
+        if (!value.isConstant && value.law == Law::Power) powers_.push_back(i);
     }
     ofBlocks_.resize(std::max(Crew::blocks(system.variables), Crew::blocks(checked_.size())));
 }
@@ -197,10 +217,18 @@ real StepSize::longest(const StepSeries& series, bool isFresh) {
     return least.step;
 }
 
+/// The size of a value, or less than anybody asks for: a function that is zero with its operand comes to nothing where
+/// that touches zero, at (1 - t)^30, and steps that are relative to it would never pass.
+real StepSize::relevantSize(const StepSeries& series, ValueIndex value) const {
+    constexpr real least = 1e-30L;
+    const real size = sizeOf(series, value);
+    return isWatched_[value] == 0 && isZeroAtZero(system_.values[value]) ? std::max(size, least) : size;
+}
+
 /// False when a term that has to be looked at is not finite.
 bool StepSize::limitBy(const StepSeries& series, ValueIndex value, bool isFresh, Limit& limit) const {
     const int p = series.order();
-    const real size = sizeOf(series, value);
+    const real size = relevantSize(series, value);
     const real tolerance = isWatched_[value] != 0 ? tolerance_ * cutOff : functionTolerance;
     for (const int k : {p - 1, p - 2}) {
         const real term = std::fabs(series.valueTerm(value, k));
@@ -247,6 +275,17 @@ void StepSize::limitRoot(const StepSeries& series, ValueIndex value, Limit& limi
     }
 }
 
+ValueIndex StepSize::firstBeyondRange(const std::vector<real>& first) const {
+    constexpr real most = 16000;
+    for (const ValueIndex value : powers_) {
+        const Value& law = system_.values[value];
+        const real base = std::fabs(first[law.a]);
+        // The recurrence multiplies terms of the power with terms of its base.
+        if (base > 0 && std::fabs(std::log2(base)) * (std::fabs(law.n) + 1) > most) return value;
+    }
+    return Value::none;
+}
+
 bool StepSize::doublesSuffice(const StepSeries& series, real step) const {
     if (series.wide() >= series.order()) return true;
     const int k = series.wide() + 1;
@@ -285,24 +324,25 @@ bool StepSize::keepsDigits(const StepSeries& series, real step, const std::vecto
 }
 
 ValueIndex StepSize::firstDisagreement(const StepSeries& series, real step, const std::vector<real>& values) const {
-    const std::size_t first = crew_.firstOf(
-        checked_.size(), [&](std::size_t i) { return !agrees(series, checked_[i], step, values[checked_[i]]); });
+    const auto firstOffBy = [&](const std::vector<real>& rounding) {
+        return crew_.firstOf(checked_.size(), [&](std::size_t i) {
+            const ValueIndex value = checked_[i];
+            return !agrees(series, value, step, values[value], rounding.empty() ? 0 : rounding[value]);
+        });
+    };
+    if (firstOffBy({}) == checked_.size()) return Value::none;
+    // What rounding explains is no disagreement; it is seldom asked for.
+    const std::size_t first = firstOffBy(roundingOf(system_, values));
     return first < checked_.size() ? checked_[first] : Value::none;
 }
 
-bool StepSize::agrees(const StepSeries& series, ValueIndex value, real step, real actual) const {
+bool StepSize::agrees(const StepSeries& series, ValueIndex value, real step, real actual, real rounding) const {
     if (!std::isfinite(actual)) return false;
-    const real difference = std::fabs(actual - series.valueAt(value, step));
-    const real size = std::max(std::fabs(actual), sizeOf(series, value));
-    if (difference <= std::max(size * agreement, tiny)) return true;
-    // Rounding of the operand shows in a function that is steep: |u| du(f) is what the operand's last place does.
-    const Value& law = system_.values[value];
-    if (law.law != Law::ProductRate && law.law != Law::QuotientRate) return false;
-    const real rate = series.valueTerm(law.a, 1);
-    if (rate == 0) return false;
+    // Of 64 bits.
     constexpr real places = 0x1p-56L;
-    const real noise = places * std::fabs(series.valueTerm(law.a, 0) * (series.valueTerm(value, 1) / rate));
-    return difference <= noise;
+    const real difference = std::fabs(actual - series.valueAt(value, step));
+    const real size = std::max(std::fabs(actual), relevantSize(series, value));
+    return difference <= std::max({size * agreement, rounding * places, tiny});
 }
 
 }  // namespace zirk

@@ -21,6 +21,10 @@ public:
     /// it. `isFresh` where the state may be special: at a start, and behind a jump.
     real longest(const StepSeries& series, bool isFresh);
 
+    /// A power whose terms would leave the range of numbers, though the power itself may be in it; or none. `first`:
+    /// terms 0 of all values.
+    ValueIndex firstBeyondRange(const std::vector<real>& first) const;
+
     /// Whether the terms that were computed as doubles are small enough for that, for a step of this length.
     bool doublesSuffice(const StepSeries& series, real step) const;
 
@@ -51,7 +55,8 @@ private:
     bool limitBy(const StepSeries& series, ValueIndex value, bool isFresh, Limit& limit) const;
     void limitFlat(const StepSeries& series, ValueIndex value, Limit& limit) const;
     void limitRoot(const StepSeries& series, ValueIndex value, Limit& limit) const;
-    bool agrees(const StepSeries& series, ValueIndex value, real step, real actual) const;
+    bool agrees(const StepSeries& series, ValueIndex value, real step, real actual, real rounding) const;
+    real relevantSize(const StepSeries& series, ValueIndex value) const;
     real relativeTerm(const StepSeries& series, int k) const;
     real visibleTerm(const StepSeries& series, int k) const;
     ValueIndex firstNotFinite(const StepSeries& series) const;
@@ -65,6 +70,7 @@ private:
     /// Functions, and what else has a polynomial that has to be right.
     std::vector<ValueIndex> checked_;
     std::vector<char> isWatched_;
+    std::vector<ValueIndex> powers_;
     /// Those whose zeros are located.
     std::vector<ValueIndex> watched_;
     ValueIndex limiting_ = Value::none;
