@@ -60,8 +60,12 @@ bool runOrders(const Lanes& program, Values values, OrderTerms<Cell>& terms, con
 }  // namespace
 
 // The form that is seldom used takes room when it is.
-OrderRun::OrderRun(const Programs& programs)
-    : places_(programs.places), terms_(termsAtFirst), narrow_(programs, termsAtFirst), wide_(programs, 0) {}
+OrderRun::OrderRun(const Programs& programs, int highest)
+    : places_(programs.places),
+      mostTerms_(static_cast<std::size_t>(highest) + 1),
+      terms_(termsAtFirst),
+      narrow_(programs, termsAtFirst),
+      wide_(programs, 0) {}
 
 void OrderRun::beginPoint() {
     if (!isWide_) {
@@ -75,7 +79,7 @@ void OrderRun::beginPoint() {
 
 void OrderRun::reserve(std::size_t terms) {
     if (terms <= terms_) return;
-    terms_ = 2 * terms;
+    terms_ = std::max(terms, std::min(2 * terms, mostTerms_));
     const auto makeRoom = [&](auto& form) {
         form.rows.resize(terms_ * form.rowCells);
         form.arrays.reserve(terms_);

@@ -48,7 +48,8 @@ struct OrderTerms {
 /// not finite, that is told. Orders have to be run in rising order.
 class OrderRun {
 public:
-    explicit OrderRun(const Programs& programs);
+    /// For terms up to the one of number `highest`; room for them is made when they come.
+    OrderRun(const Programs& programs, int highest);
 
     /// Forgets all terms: a new point begins.
     void beginPoint();
@@ -119,6 +120,7 @@ private:
     bool isWide_ = false;
     bool beganWide_ = false;
     Retreat retreat_;
+    const std::size_t mostTerms_;
     /// In every row and array there is room for so many.
     std::size_t terms_;
     OrderTerms<Halves> narrow_;
