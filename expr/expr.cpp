@@ -2,6 +2,7 @@
 // What all nodes share: the caches, the walks over deep formulas, and the end of nodes.
 #include "expr/expr.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <ostream>
 #include <stdexcept>
@@ -40,8 +41,26 @@ Expr* Expr::operand(int) const { return nullptr; }
 
 real& Expr::termSlot(int k) {
     const auto index = static_cast<std::size_t>(k);
-    if (index >= terms_.size()) terms_.resize(index + 1);
+    if (index >= terms_.size()) growTerms(index + 1);
     return terms_[index];
+}
+
+void Expr::growTerms(std::size_t size) {
+    // Two steps where few can come: what doubling leaves behind would be half the memory of large systems.
+    constexpr std::size_t atFirst = 8;
+    constexpr std::size_t few = 128;
+    const auto most = static_cast<std::size_t>(Calculus::current().limits.maxOrder) + 1;
+    if (size > terms_.capacity() && size > 1 && size <= most && most <= few) {
+        terms_.reserve(size <= atFirst ? std::min(atFirst, most) : most);
+    }
+    terms_.resize(size);
+}
+
+void Expr::dropTerms() {
+    constexpr std::size_t worthIt = 16;
+    if (terms_.size() < worthIt) return;
+    terms_.resize(1);
+    terms_.shrink_to_fit();
 }
 
 void Expr::BeginStep() {

@@ -178,6 +178,9 @@ public:
     /// Term k, not beyond highestTerm.
     const real& term(int k) const { return terms_[static_cast<std::size_t>(k)]; }
 
+    /// Gives back the memory of all terms but term 0: others make them from now on.
+    void dropTerms();
+
     /// Where a TermGraph put this node; it checks that the place is still the node's own.
     int graphSlot = -1;
 
@@ -213,6 +216,8 @@ private:
     void leaveValue();
     bool enterTerm(int k);
     void leaveTerm(int k);
+
+    void growTerms(std::size_t size);
 
     bool inProgress_ = false;
     int initialStamp_ = 0;

@@ -10,10 +10,10 @@ namespace zirk {
 
 namespace {
 
-/// Making the program costs about as much as two points of low order by the nodes, or as so many terms of every
-/// variable; runs that end before do without. At high orders it costs less than the first point.
-constexpr int pointsBeforeBuilding = 4;
-constexpr int termsBeforeBuilding = 30;
+/// Making the program costs about as much as a point of low order by the nodes, or as so many terms of every variable;
+/// runs that end soon do without. At high orders it costs less than the first point.
+constexpr int pointsBeforeBuilding = 2;
+constexpr int termsBeforeBuilding = 20;
 constexpr int lowOrder = 60;
 
 }  // namespace

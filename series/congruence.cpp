@@ -3,8 +3,10 @@
 #include "series/congruence.hpp"
 
 #include <algorithm>
+#include <map>
 #include <numeric>
-#include <tuple>
+#include <unordered_map>
+#include <utility>
 
 #include "text/extended_bits.hpp"
 
@@ -14,20 +16,24 @@ namespace {
 
 constexpr std::uint32_t none = TermGraph::none;
 
-/// What tells slots apart before their operands are looked at.
-using Label = std::tuple<ExprType, std::uint16_t, std::uint64_t>;
+/// What tells variables and numbers apart before their operands are looked at: start values and values, bit by bit.
+struct Label {
+    ExprType type;
+    ExtendedBits bits;
 
-Label labelOf(const TermGraph& graph, SlotIndex slot) {
-    const ExprType type = graph[slot].type;
-    if (graph.isVariable(slot) || type == ExprType::Number) {
-        // Before it the start value is that of another point.
-        graph[slot].node->BeginStep();
-        const ExtendedBits bits = bitsOf(graph[slot].node->startValue());
-        return {type, bits.signAndExponent, bits.mantissa};
+    bool operator==(const Label& other) const {
+        return type == other.type && bits.mantissa == other.bits.mantissa &&
+               bits.signAndExponent == other.bits.signAndExponent;
     }
-    // Every time node has a value of its own, and so has every algebraic variable.
-    return {type, 0, graph.isLeaf(slot) ? slot : 0};
-}
+};
+
+struct LabelHash {
+    std::size_t operator()(const Label& label) const {
+        // Mantissas of round numbers differ in their high bits only.
+        const std::uint64_t mixed = (label.bits.mantissa ^ label.bits.signAndExponent) * 0x9e3779b97f4a7c15;
+        return static_cast<std::size_t>((mixed >> 32) ^ mixed ^ static_cast<std::uint64_t>(label.type));
+    }
+};
 
 /// Slots in classes; a class is a range of `members_`.
 class Partition {
@@ -35,17 +41,17 @@ public:
     using ClassIndex = std::uint32_t;
 
     explicit Partition(const TermGraph& graph) : members_(graph.size()), place_(graph.size()), classOf_(graph.size()) {
-        std::vector<Label> labels;
-        labels.reserve(members_.size());
-        for (SlotIndex slot = 0; slot < graph.size(); ++slot) labels.push_back(labelOf(graph, slot));
-        std::iota(members_.begin(), members_.end(), 0);
-        std::sort(members_.begin(), members_.end(), [&](SlotIndex a, SlotIndex b) { return labels[a] < labels[b]; });
-        for (std::uint32_t i = 0; i < graph.size(); ++i) {
-            const SlotIndex slot = members_[i];
-            if (i == 0 || labels[members_[i - 1]] < labels[slot]) classes_.push_back({i, i, 0});
-            ++classes_.back().end;
-            place_[slot] = i;
-            classOf_[slot] = count() - 1;
+        classify(graph);
+        // Counts become ranges.
+        std::uint32_t begin = 0;
+        for (Class& each : classes_) {
+            const std::uint32_t size = std::exchange(each.end, begin);
+            each.begin = begin;
+            begin += size;
+        }
+        for (SlotIndex slot = 0; slot < graph.size(); ++slot) {
+            place_[slot] = classes_[classOf_[slot]].end++;
+            members_[place_[slot]] = slot;
         }
     }
 
@@ -87,6 +93,28 @@ private:
         std::uint32_t end;
         std::uint32_t marked;
     };
+
+    /// Finds the class of every slot, and counts its members in `end`.
+    void classify(const TermGraph& graph) {
+        std::unordered_map<Label, ClassIndex, LabelHash> labels;
+        std::map<ExprType, ClassIndex> operations;
+        labels.reserve(graph.variables);
+        for (SlotIndex slot = 0; slot < graph.size(); ++slot) {
+            const ExprType type = graph[slot].type;
+            ClassIndex which = count();
+            if (graph.isVariable(slot) || type == ExprType::Number) {
+                // Before it the start value is that of another point.
+                graph[slot].node->BeginStep();
+                which = labels.try_emplace({type, bitsOf(graph[slot].node->startValue())}, which).first->second;
+            } else if (!graph.isLeaf(slot)) {
+                which = operations.try_emplace(type, which).first->second;
+            }
+            // Every time node has a value of its own, and so has every algebraic variable.
+            if (which == count()) classes_.push_back({0, 0, 0});
+            ++classes_[which].end;
+            classOf_[slot] = which;
+        }
+    }
 
     std::vector<SlotIndex> members_;
     std::vector<std::uint32_t> place_;

@@ -97,9 +97,10 @@ bool runOrders(const LaneSections& program, Crew& crew, OrderTerms<Cell>& terms,
 }  // namespace
 
 // The form that is seldom used takes room when it is.
-OrderRun::OrderRun(const Programs& programs, Crew& crew)
+OrderRun::OrderRun(const Programs& programs, int highest, Crew& crew)
     : places_(programs.places),
       crew_(crew),
+      mostTerms_(static_cast<std::size_t>(highest) + 1),
       terms_(termsAtFirst),
       narrow_(programs, termsAtFirst),
       wide_(programs, 0) {}
@@ -116,7 +117,7 @@ void OrderRun::beginPoint() {
 
 void OrderRun::reserve(std::size_t terms) {
     if (terms <= terms_) return;
-    terms_ = 2 * terms;
+    terms_ = std::max(terms, std::min(2 * terms, mostTerms_));
     const auto makeRoom = [&](auto& form) {
         form.rows.resize(terms_ * form.rowCells);
         form.arrays.reserve(terms_);

@@ -49,8 +49,9 @@ struct OrderTerms {
 /// not finite, that is told. Orders have to be run in rising order.
 class OrderRun {
 public:
-    /// What is cut in the programs is run by the crew.
-    OrderRun(const Programs& programs, Crew& crew);
+    /// For terms up to the one of number `highest`; room for them is made when they come. What is cut in the programs
+    /// is run by the crew.
+    OrderRun(const Programs& programs, int highest, Crew& crew);
 
     /// Forgets all terms: a new point begins.
     void beginPoint();
@@ -126,6 +127,7 @@ private:
     bool isWide_ = false;
     bool beganWide_ = false;
     Retreat retreat_;
+    const std::size_t mostTerms_;
     /// In every row and array there is room for so many.
     std::size_t terms_;
     OrderTerms<Halves> narrow_;

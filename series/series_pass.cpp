@@ -2,11 +2,20 @@
 // Order by order: leaves, constants, the program, then the next terms of the variables.
 #include "series/series_pass.hpp"
 
+#include <malloc.h>
+
 #include <algorithm>
 #include <limits>
 #include <utility>
 
 namespace zirk {
+
+namespace {
+
+/// Systems whose memory counts.
+constexpr SlotIndex manySlots = 10000;
+
+}  // namespace
 
 SeriesPass::SeriesPass(Calculus& calculus, const EquationTable& equations, const ThreadOptions& threads)
     : calculus_(calculus),
@@ -15,7 +24,7 @@ SeriesPass::SeriesPass(Calculus& calculus, const EquationTable& equations, const
       crew_(threads),
       programs_(cutFor(crew_, Programs(distinct_.graph))),
       constantLanes_(programs_.constants, programs_),
-      run_(programs_, crew_),
+      run_(programs_, calculus.limits.maxOrder, crew_),
       needed_(distinct_.graph, programs_),
       sums_(distinct_.graph.variables),
       highestTerms_(all_) {
@@ -25,6 +34,10 @@ SeriesPass::SeriesPass(Calculus& calculus, const EquationTable& equations, const
         (type == ExprType::Number ? numbers_ : type == ExprType::Time ? times_ : definitions_).push_back(slot);
     }
     defined_.resize(definitions_.size());
+    // From here on the nodes compute seldom. What they give back lies in small pieces between what stays; the library
+    // keeps such pages unless it is told.
+    for (const TermGraph::Slot& slot : all_.slots) slot.node->dropTerms();
+    if (all_.size() > manySlots) malloc_trim(0);
 }
 
 bool SeriesPass::begin() {

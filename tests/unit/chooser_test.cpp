@@ -27,14 +27,7 @@ TEST_F(Choice, LeavesTheFirstPointsToTheNodes) {
     prepareText(*this, "y' = -y & 1;");
     Chooser chooser(calculus, system.equations);
     EXPECT_FALSE(chooser.sumAll()) << "no point has begun yet";
-    // Each takes more than ten terms.
-    EXPECT_EQ(points(chooser, 7), "nnnpppp");
-}
-
-TEST_F(Choice, LeavesNoMoreThanFourPointsToTheNodes) {
-    prepareText(*this, "y' = 0 & 1;");
-    Chooser chooser(calculus, system.equations);
-    EXPECT_EQ(points(chooser, 7), "nnnnppp");
+    EXPECT_EQ(points(chooser, 5), "nnppp");
 }
 
 TEST_F(Choice, LeavesOnePointOfManyTermsToTheNodes) {
@@ -64,7 +57,7 @@ TEST_F(Choice, NeedsLimitsThatWantTerms) {
     EXPECT_EQ(points(chooser, 7), "nnnnnnn");
     limits.zeroTerms = 4;
     system.equations.find("y")->setInitialValue(1);
-    EXPECT_EQ(points(chooser, 6), "nnnppp") << "points that were no choice do not count";
+    EXPECT_EQ(points(chooser, 6), "nnpppp") << "points that were no choice do not count";
 }
 
 TEST_F(Choice, LeavesMoreAndMorePointsToTheNodesWhereTermsAreNotFinite) {

@@ -22,7 +22,7 @@ protected:
         nextStep();
         graph = TermGraph(system.equations);
         programs = std::make_unique<Programs>(graph);
-        run = std::make_unique<OrderRun>(*programs, crew);
+        run = std::make_unique<OrderRun>(*programs, limits.maxOrder, crew);
         constants = Lanes(programs->constants, *programs);
         varying = LaneSections(programs->varying, *programs);
     }
