@@ -3,6 +3,7 @@
 #include "adaptive/adaptive_run.hpp"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <utility>
 
@@ -32,16 +33,19 @@ constexpr int mostJumpsAtOnce = 1000;
 }  // namespace
 
 Machine::Machine(const FormulaGraph& graph, const std::vector<NodeIndex>& rates, const std::vector<NodeIndex>& watched,
-                 const IntegratorOptions& options)
+                 const IntegratorOptions& options, Crew& crew)
     : system(arranged(lower(graph, rates, watched))),
       arrangement(system, orderFor(options.tolerance)),
-      series(system, arrangement, options.plain),
-      size(system, options.tolerance),
-      jumps(system) {}
+      sections(system, arrangement, crew),
+      series(system, arrangement, sections, crew, options.plain),
+      size(system, options.tolerance, crew),
+      jumps(system),
+      firstTerms(system, arrangement, sections, jumps, crew) {}
 
 AdaptiveRun::AdaptiveRun(const Problem& problem, const IntegratorOptions& options)
     : problem_(ProblemAccess::share(problem)),
       options_(options),
+      crew_(options.threads),
       graph_(*problem_->graph),
       time_(problem_->start),
       beginTime_(problem_->start) {
@@ -63,7 +67,7 @@ std::size_t AdaptiveRun::watch(const Expression& expression, Crossing which) {
 
 void AdaptiveRun::prepare(real end) {
     if (isStale_) {
-        auto machine = std::make_unique<Machine>(graph_, rates_, watchedFormulas_, options_);
+        auto machine = std::make_unique<Machine>(graph_, rates_, watchedFormulas_, options_, crew_);
         machineBefore_ = std::exchange(machine_, std::move(machine));
         isStale_ = false;
         isFirstCurrent_ = false;
@@ -78,46 +82,8 @@ void AdaptiveRun::prepare(real end) {
 }
 
 void AdaptiveRun::evaluateFirst(const std::vector<real>& state, real time, bool piecesStay, std::vector<real>& first) {
-    const ValueSystem& system = machine_->system;
-    const Arrangement& arrangement = machine_->arrangement;
-    first.resize(system.size());
-    std::copy(state.begin(), state.end(), first.begin());
-    const auto each = [&](const Arrangement::Group& group, auto term) {
-        for (ValueIndex i = group.begin; i < group.end; ++i) {
-            first[i] = term(i, first[arrangement.instructions[i].a], first[arrangement.instructions[i].b]);
-        }
-    };
-    // The commonest laws without a look at each value.
-    for (const Arrangement::Group& group : arrangement.groups) {
-        switch (group.law) {
-            case Law::Time:
-                each(group, [&](ValueIndex, real, real) { return time; });
-                break;
-            case Law::Step:
-            case Law::Sign:
-                each(group, [&](ValueIndex i, real a, real) {
-                    return piecesStay ? machine_->jumps.inStep(i) : machine_->jumps.atBegin(i, a);
-                });
-                break;
-            case Law::Add:
-                each(group, [](ValueIndex, real a, real b) { return a + b; });
-                break;
-            case Law::Subtract:
-                each(group, [](ValueIndex, real a, real b) { return a - b; });
-                break;
-            case Law::Scale:
-                each(group, [&](ValueIndex i, real a, real) { return a * system.values[i].n; });
-                break;
-            case Law::Product:
-                each(group, [&](ValueIndex i, real a, real b) { return system.values[i].n * (a * b); });
-                break;
-            default:
-                each(group, [&](ValueIndex i, real a, real b) {
-                    const Value& value = system.values[i];
-                    return firstTerm(value, a, b, value.side == Value::none ? 0 : first[value.side]);
-                });
-        }
-    }
+    first.resize(machine_->system.size());
+    machine_->firstTerms.evaluate(state, time, piecesStay, first);
 }
 
 void AdaptiveRun::expand() {
@@ -217,22 +183,26 @@ bool AdaptiveRun::isZeroByZero(ValueIndex value) const {
 
 ValueIndex AdaptiveRun::tryStep(const Trial& trial) {
     machine_->series.gains(trial.length, gains_);
-    for (std::size_t i = 0; i < state_.size(); ++i) {
-        addExactly(state_[i], gains_[i] + rest_[i], nextState_[i], nextRest_[i]);
-        // Terms of such a number have no digits left, and it would stay for ever.
-        if (std::fabs(nextState_[i]) < vanishing) nextState_[i] = nextRest_[i] = 0;
-    }
+    crew_.divide(state_.size(), [&](std::size_t begin, std::size_t end) {
+        for (std::size_t i = begin; i < end; ++i) {
+            addExactly(state_[i], gains_[i] + rest_[i], nextState_[i], nextRest_[i]);
+            // Terms of such a number have no digits left, and it would stay for ever.
+            if (std::fabs(nextState_[i]) < vanishing) nextState_[i] = nextRest_[i] = 0;
+        }
+    });
     evaluateFirst(nextState_, trial.time, true, nextFirst_);
-    for (ValueIndex i = 0; i < nextFirst_.size(); ++i) {
-        if (std::isfinite(nextFirst_[i])) continue;
-        // 0/0 just where the run ends: the step itself has no need of it.
-        if (trial.isLast && isZeroByZero(i)) return Value::none;
-        return i;
+    std::atomic<ValueIndex> firstBad{machine_->system.size()};
+    machine_->sections.eachRange(machine_->system, crew_, [&](ValueIndex begin, ValueIndex end) {
+        for (ValueIndex i = begin; i < end; ++i) {
+            if (!std::isfinite(nextFirst_[i])) return lower(firstBad, i);
+        }
+    });
+    const ValueIndex bad = firstBad;
+    if (bad == nextFirst_.size()) {
+        return machine_->size.firstDisagreement(machine_->series, trial.length, nextFirst_);
     }
-    for (const ValueIndex value : machine_->size.checked()) {
-        if (!machine_->size.agrees(machine_->series, value, trial.length, nextFirst_[value])) return value;
-    }
-    return Value::none;
+    // 0/0 just where the run ends: the step itself has no need of it.
+    return trial.isLast && isZeroByZero(bad) ? Value::none : bad;
 }
 
 bool AdaptiveRun::step(real end) {
@@ -256,6 +226,7 @@ void AdaptiveRun::restoreSeries() {
 
 bool AdaptiveRun::tryToStep(real end) {
     prepare(end);
+    const Crew::Turn turn(crew_);
     Trial trial = firstTrial(end);
     for (;;) {
         const ValueIndex bad = tryStep(trial);
@@ -330,6 +301,7 @@ void AdaptiveRun::findCrossings(const Trial& trial) {
 
 void AdaptiveRun::readStraight(Evaluation& evaluation, real time, real* values) {
     if (time == time_ || machine_ == nullptr) return evaluation.values(time, state_.data(), values);
+    const Crew::Turn turn(crew_);
     machine_->series.gains((time - beginTime_) / machine_->series.scale(), gains_);
     for (std::size_t i = 0; i < state_.size(); ++i) readState_[i] = beginState_[i] + gains_[i];
     evaluation.values(time, readState_.data(), values);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "adaptive/evaluation.hpp"
+#include "adaptive/first_terms.hpp"
 #include "adaptive/jumps.hpp"
 #include "adaptive/lowering.hpp"
 #include "adaptive/step_series.hpp"
@@ -20,13 +21,15 @@ namespace zirk {
 /// The values of a system with all that works on them; made anew when formulas to watch are added.
 struct Machine {
     Machine(const FormulaGraph& graph, const std::vector<NodeIndex>& rates, const std::vector<NodeIndex>& watched,
-            const IntegratorOptions& options);
+            const IntegratorOptions& options, Crew& crew);
 
     ValueSystem system;
     Arrangement arrangement;
+    Sections sections;
     StepSeries series;
     StepSize size;
     Jumps jumps;
+    FirstTerms firstTerms;
 };
 
 class AdaptiveRun {
@@ -96,6 +99,7 @@ private:
 
     std::shared_ptr<const ProblemContent> problem_;
     IntegratorOptions options_;
+    Crew crew_;
     FormulaGraph graph_;
     std::vector<NodeIndex> rates_;
     std::vector<NodeIndex> watchedFormulas_;

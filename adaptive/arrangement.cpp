@@ -113,9 +113,9 @@ Arrangement::Instruction Arrangement::instructionFor(const ValueSystem& system, 
     const ValueIndex b = value.b == Value::none ? 0 : value.b;
     const auto orScrap = [](std::uint32_t array, std::uint32_t place) { return array == none ? place : array; };
     Instruction result{c, a, b, none, none, none, 0, 0, 0};
-    result.rising = orScrap(rising[c], scrap);
-    result.falling = orScrap(falling[c], fallingScrap);
-    result.weighted = orScrap(weighted[c], scrap);
+    result.rising = orScrap(rising[c], scrap.rising);
+    result.falling = orScrap(falling[c], scrap.falling);
+    result.weighted = orScrap(weighted[c], scrap.rising);
     const auto sum = [&](std::uint32_t x, std::uint32_t y) {
         result.x = x;
         result.y = y;
@@ -163,6 +163,15 @@ void Arrangement::groupValues(const ValueSystem& system) {
         groups.back().isWeighted |= weighted[i] != none;
     }
     for (const Group& group : groups) (system.values[group.begin].isConstant ? constants : varying).push_back(group);
+}
+
+Arrangement::Scrap Arrangement::addScrap() {
+    // Two lines of a cache: processors fetch the next one along.
+    constexpr std::uint32_t far = 16;
+    const std::uint32_t terms = static_cast<std::uint32_t>(order) + 1;
+    const std::uint32_t first = cells + far;
+    cells = first + terms + far;
+    return {first, first + terms - 1};
 }
 
 void Arrangement::giveArrays(const ValueSystem& system) {
@@ -223,9 +232,11 @@ void Arrangement::giveArrays(const ValueSystem& system) {
                 break;
         }
     }
+    // Each once: threads share them out.
+    std::sort(divisors.begin(), divisors.end());
+    divisors.erase(std::unique(divisors.begin(), divisors.end()), divisors.end());
     for (const ValueIndex value : system.watched) rise(value);
-    scrap = cells;
-    fallingScrap = scrap + terms - 1;
+    scrap = {cells, cells + terms - 1};
     cells += stride;
     // The last cells that a sum may read too far.
     cells += spare;

@@ -54,6 +54,16 @@ struct Arrangement {
         bool isOfVariable;
     };
 
+    /// Cells into which values without an array of a kind write, and which nobody reads: cheaper than to ask. Where
+    /// arrays of scrap begin that rise and that fall.
+    struct Scrap {
+        std::uint32_t rising;
+        std::uint32_t falling;
+    };
+
+    /// One more, so far from all others that threads do not get in each other's way.
+    Scrap addScrap();
+
     /// For terms 0 to `order`.
     Arrangement(const ValueSystem& system, int order);
 
@@ -67,10 +77,7 @@ struct Arrangement {
     std::vector<std::uint32_t> falling;
     std::vector<std::uint32_t> weighted;
     std::uint32_t cells = 0;
-    /// An array into which values without one of a kind write, and which nobody reads: cheaper than to ask. For rising
-    /// and falling ones.
-    std::uint32_t scrap = 0;
-    std::uint32_t fallingScrap = 0;
+    Scrap scrap{};
     std::vector<Array> arrays;
     int order;
     /// Of terms k of all variables: as many as there are and up to three more, which stay zero.

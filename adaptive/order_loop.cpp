@@ -17,7 +17,10 @@ template <class T>
 class Order {
 public:
     Order(const OrderTables<T>& tables, int k)
-        : now_(tables.now),
+        : a_(tables.now),
+          b_(tables.now),
+          now_(tables.now),
+          row_(tables.rows + static_cast<std::size_t>(k) * tables.arrangement->rowLength),
           first_(tables.first),
           reciprocals_(tables.reciprocals),
           numbers_(tables.numbers),
@@ -29,10 +32,20 @@ public:
           tables_(tables),
           k_(k) {}
 
-    /// For all values that move within a step.
-    void run() const {
-        const Instruction* i = tables_.arrangement->loop.data();
-        for (const Arrangement::Group& group : tables_.arrangement->varying) i = runGroup(group, i);
+    /// For the values of some groups, whose instructions follow each other.
+    void run(const std::vector<Arrangement::Group>& groups, const std::vector<Instruction>& loop) const {
+        const Instruction* i = loop.data();
+        for (const Arrangement::Group& group : groups) i = runGroup(group, i);
+    }
+
+    /// The same where variables may be an order ahead: their terms k come from their row.
+    void run(const Sections::Section& section) {
+        const Instruction* i = section.loop.data();
+        for (const Sections::Group& group : section.groups) {
+            a_ = group.firstAreVariables ? row_ : now_;
+            b_ = group.secondAreVariables ? row_ : now_;
+            i = runGroup(group, i);
+        }
     }
 
 private:
@@ -42,44 +55,44 @@ private:
             case Law::Time:
                 return each(group, at, [this](const Instruction&) { return k_ == 1 ? tables_.scale : T{0}; });
             case Law::Add:
-                return each(group, at, [this](const Instruction& i) { return now_[i.a] + now_[i.b]; });
+                return each(group, at, [this](const Instruction& i) { return a_[i.a] + b_[i.b]; });
             case Law::Subtract:
-                return each(group, at, [this](const Instruction& i) { return now_[i.a] - now_[i.b]; });
+                return each(group, at, [this](const Instruction& i) { return a_[i.a] - b_[i.b]; });
             case Law::Negate:
             case Law::FromNumber:
-                return each(group, at, [this](const Instruction& i) { return -now_[i.a]; });
+                return each(group, at, [this](const Instruction& i) { return -a_[i.a]; });
             case Law::AddNumber:
-                return each(group, at, [this](const Instruction& i) { return now_[i.a]; });
+                return each(group, at, [this](const Instruction& i) { return a_[i.a]; });
             case Law::Scale:
-                return each(group, at, [this](const Instruction& i) { return now_[i.a] * numbers_[i.value]; });
+                return each(group, at, [this](const Instruction& i) { return a_[i.a] * numbers_[i.value]; });
             case Law::Ratio:
-                return each(group, at, [this](const Instruction& i) { return now_[i.a] / numbers_[i.value]; });
+                return each(group, at, [this](const Instruction& i) { return a_[i.a] / numbers_[i.value]; });
             case Law::ScaleBy:
-                return each(group, at, [this](const Instruction& i) { return now_[i.a] * first_[i.b]; });
+                return each(group, at, [this](const Instruction& i) { return a_[i.a] * first_[i.b]; });
             case Law::RatioBy:
-                return each(group, at, [this](const Instruction& i) { return over(now_[i.a], i.b); });
+                return each(group, at, [this](const Instruction& i) { return over(a_[i.a], i.b); });
             case Law::Product:
                 return eachSum(group, at, [this](const Instruction& i, T sum) {
-                    return numbers_[i.value] * (sum + (first_[i.a] * now_[i.b] + now_[i.a] * first_[i.b]));
+                    return numbers_[i.value] * (sum + (first_[i.a] * b_[i.b] + a_[i.a] * first_[i.b]));
                 });
             case Law::SquareLaw:
                 return eachSum(group, at, [this](const Instruction& i, T sum) {
-                    return numbers_[i.value] * (sum + 2 * (first_[i.a] * now_[i.a]));
+                    return numbers_[i.value] * (sum + 2 * (first_[i.a] * a_[i.a]));
                 });
             case Law::Quotient:
                 return eachSum(group, at, [this](const Instruction& i, T sum) {
-                    return over(numbers_[i.value] * now_[i.a] - (sum + now_[i.b] * first_[i.value]), i.b);
+                    return over(numbers_[i.value] * a_[i.a] - (sum + b_[i.b] * first_[i.value]), i.b);
                 });
             case Law::Reciprocal:
                 return eachSum(group, at, [this](const Instruction& i, T sum) {
-                    return -over(sum + now_[i.b] * first_[i.value], i.b);
+                    return -over(sum + b_[i.b] * first_[i.value], i.b);
                 });
             case Law::Root:
                 return eachSum(group, at,
-                               [this](const Instruction& i, T sum) { return over((now_[i.a] - sum) / 2, i.value); });
+                               [this](const Instruction& i, T sum) { return over((a_[i.a] - sum) / 2, i.value); });
             case Law::Power:
                 return each(group, at, [this](const Instruction& i) {
-                    const T last = now_[i.a] * first_[i.value];
+                    const T last = a_[i.a] * first_[i.value];
                     const TwoSums<T> sums =
                         sumsOfProducts(second_ + i.x, fallen_ + i.y, second_ + i.z, fallen_ + i.y, count_);
                     const T heavy = (sums.a + static_cast<T>(k_) * last) * (numbers_[i.value] + 1);
@@ -87,11 +100,11 @@ private:
                 });
             case Law::ProductRate:
                 return eachSum(group, at, [this](const Instruction& i, T sum) {
-                    return numbers_[i.value] * (byOrder(sum) + now_[i.a] * first_[i.b]);
+                    return numbers_[i.value] * (byOrder(sum) + a_[i.a] * first_[i.b]);
                 });
             case Law::QuotientRate:
                 return eachSum(group, at, [this](const Instruction& i, T sum) {
-                    return over(numbers_[i.value] * now_[i.a] - byOrder(sum), i.b);
+                    return over(numbers_[i.value] * a_[i.a] - byOrder(sum), i.b);
                 });
             default:
                 return each(group, at, [](const Instruction&) { return T{0}; });
@@ -130,7 +143,11 @@ private:
         return end;
     }
 
+    // Terms k of first and of second operands.
+    const T* a_;
+    const T* b_;
     T* const now_;
+    const T* const row_;
     const T* const first_;
     const T* const reciprocals_;
     const T* const numbers_;
@@ -148,26 +165,64 @@ private:
 template <class T>
 void runAll(const OrderTables<T>& tables, int first, int last) {
     for (int k = first; k <= last; ++k) {
-        Order<T>(tables, k).run();
+        Order<T>(tables, k).run(tables.arrangement->varying, tables.arrangement->loop);
         if (k < tables.arrangement->order) advanceVariables(tables, k);
     }
 }
 
-// All that they call is compiled into them, for the processor that they name. The sums are the same to the last bit.
-[[gnu::flatten]] void runPlainly(const OrderTables<double>& tables, int first, int last) {
-    runAll(tables, first, last);
+template <class T>
+void runMember(const OrderTables<T>& tables, int first, int last, const Sections& sections, Crew& crew,
+               unsigned member) {
+    for (int k = first; k <= last; ++k) {
+        Order<T> order(tables, k);
+        const auto runSection = [&](const Sections::Section& section) { order.run(section); };
+        const auto advance = [&](unsigned part) {
+            if (k < tables.arrangement->order) advanceVariables(tables, k, sections.shares[part]);
+        };
+        sections.run(crew, member, runSection, advance);
+    }
 }
+
+// All that they call is compiled into them, for the processor that they name. The sums are the same to the last bit.
 [[gnu::flatten, gnu::target("avx")]] void runWithAvx(const OrderTables<double>& tables, int first, int last) {
     runAll(tables, first, last);
+}
+
+[[gnu::flatten]] void runMemberPlainly(const OrderTables<double>& tables, int first, int last, const Sections& sections,
+                                       Crew& crew, unsigned member) {
+    runMember(tables, first, last, sections, crew, member);
+}
+[[gnu::flatten, gnu::target("avx")]] void runMemberWithAvx(const OrderTables<double>& tables, int first, int last,
+                                                           const Sections& sections, Crew& crew, unsigned member) {
+    runMember(tables, first, last, sections, crew, member);
+}
+
+bool hasAvx() {
+    static const bool has = __builtin_cpu_supports("avx") != 0;
+    return has;
 }
 
 }  // namespace
 
 [[gnu::flatten]] void runOrders(const OrderTables<real>& tables, int first, int last) { runAll(tables, first, last); }
 
+[[gnu::flatten]] void runOrdersWithoutAvx(const OrderTables<double>& tables, int first, int last) {
+    runAll(tables, first, last);
+}
+
 void runOrders(const OrderTables<double>& tables, int first, int last) {
-    static const bool hasAvx = __builtin_cpu_supports("avx") != 0;
-    return hasAvx ? runWithAvx(tables, first, last) : runPlainly(tables, first, last);
+    return hasAvx() ? runWithAvx(tables, first, last) : runOrdersWithoutAvx(tables, first, last);
+}
+
+void runOrders(const OrderTables<real>& tables, int first, int last, const Sections& sections, Crew& crew) {
+    crew.run([&](unsigned member) { runMember(tables, first, last, sections, crew, member); });
+}
+
+void runOrders(const OrderTables<double>& tables, int first, int last, const Sections& sections, Crew& crew) {
+    crew.run([&](unsigned member) {
+        const auto run = hasAvx() ? runMemberWithAvx : runMemberPlainly;
+        run(tables, first, last, sections, crew, member);
+    });
 }
 
 }  // namespace zirk

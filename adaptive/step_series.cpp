@@ -10,12 +10,15 @@
 
 namespace zirk {
 
-StepSeries::StepSeries(const ValueSystem& system, const Arrangement& arrangement, bool plain)
+StepSeries::StepSeries(const ValueSystem& system, const Arrangement& arrangement, const Sections& sections, Crew& crew,
+                       bool plain)
     : system_(system),
       arrangement_(arrangement),
-      real_(system, arrangement, plain),
-      double_(system, arrangement, plain),
-      tail_(arrangement.rowLength) {}
+      crew_(crew),
+      real_(system, arrangement, sections, crew, plain),
+      double_(system, arrangement, sections, crew, plain),
+      tail_(arrangement.rowLength),
+      ofBlocks_(Crew::blocks(system.variables)) {}
 
 void StepSeries::expand(const std::vector<real>& first, real scale, int wide) {
     scale_ = scale;
@@ -39,9 +42,9 @@ void StepSeries::expand(const std::vector<real>& first, real scale, int wide) {
 namespace {
 
 template <class T>
-real largestOf(const T* terms, const std::vector<T>& weights) {
+real largestOf(const T* terms, const T* weights, std::size_t begin, std::size_t end) {
     T most = 0;
-    for (std::size_t i = 0; i < weights.size(); ++i) {
+    for (std::size_t i = begin; i < end; ++i) {
         const T term = std::fabs(terms[i]);
         // Not a number is greater than nothing: it falls through to the test.
         if (term <= most * weights[i]) continue;
@@ -53,9 +56,9 @@ real largestOf(const T* terms, const std::vector<T>& weights) {
 
 }  // namespace
 
-void StepSeries::raise(std::vector<real>& least, int k) const {
+void StepSeries::raise(std::vector<real>& least, int k, std::size_t begin, std::size_t end) const {
     const auto raiseTo = [&](const auto* terms) {
-        for (std::size_t i = 0; i < least.size(); ++i) {
+        for (std::size_t i = begin; i < end; ++i) {
             const real size = std::fabs(terms[i]);
             if (least[i] < size) least[i] = size;
         }
@@ -64,34 +67,55 @@ void StepSeries::raise(std::vector<real>& least, int k) const {
 }
 
 real StepSeries::largest(int k, const Weights& weights) const {
-    if (k <= wide_) return largestOf(real_.row(k), weights.exact);
-    if (weights.haveDoubles) return largestOf(double_.row(k), weights.rounded);
-    const std::vector<real> row(double_.row(k), double_.row(k) + system_.variables);
-    return largestOf(row.data(), weights.exact);
+    const bool isWide = k <= wide_;
+    std::vector<real> row;
+    if (!isWide && !weights.haveDoubles) row.assign(double_.row(k), double_.row(k) + system_.variables);
+    const real* const reals = isWide ? real_.row(k) : row.data();
+    // Each block begins anew, so that what is rounded does not depend on who computes it.
+    crew_.inBlocks(system_.variables, [&](std::size_t block, std::size_t begin, std::size_t end) {
+        ofBlocks_[block] = isWide || !weights.haveDoubles
+                               ? largestOf(reals, weights.exact.data(), begin, end)
+                               : largestOf(double_.row(k), weights.rounded.data(), begin, end);
+    });
+    real most = 0;
+    for (const real& ofBlock : ofBlocks_) {
+        if (std::isnan(ofBlock)) return ofBlock;
+        most = std::max(most, ofBlock);
+    }
+    return most;
 }
 
 void StepSeries::gains(real u, std::vector<real>& out) const {
-    const auto variables = static_cast<std::size_t>(system_.variables);
-    const int wide = wide_;
-    std::fill(tail_.begin(), tail_.end(), 0.0);
-    if (wide < order()) {
-        const FlushTinyDoubles flush;
-        const auto x = static_cast<double>(u);
-        for (std::size_t i = 0; i < variables; i += 4) {
-            // Two sums, of every other term: half the wait for one addition after the other.
-            FourDoubles sums[2] = {};
-            for (int k = order(); k > wide; --k) {
-                FourDoubles& sum = sums[static_cast<unsigned>(k - wide) % 2];
-                sum = sum * (x * x) + fourAt(double_.row(k) + i);
-            }
-            const FourDoubles tail = sums[1] + sums[0] * x;
-            std::memcpy(&tail_[i], &tail, sizeof tail);
+    // Four variables at a time; what lies behind the last is zero.
+    crew_.divide(arrangement_.rowLength / 4, [&](std::size_t first, std::size_t last) {
+        addTails(u, 4 * first, 4 * last);
+        const std::size_t end = std::min<std::size_t>(4 * last, system_.variables);
+        for (std::size_t i = 4 * first; i < end; ++i) {
+            real sum = tail_[i];
+            for (int k = wide_; k >= 1; --k) sum = sum * u + real_.row(k)[i];
+            out[i] = sum * u;
         }
+    });
+}
+
+/// The sums of the terms that are doubles, over u to the power of the last that is not.
+void StepSeries::addTails(real u, std::size_t begin, std::size_t end) const {
+    if (wide_ == order()) {
+        std::fill(tail_.begin() + static_cast<std::ptrdiff_t>(begin), tail_.begin() + static_cast<std::ptrdiff_t>(end),
+                  0.0);
+        return;
     }
-    for (std::size_t i = 0; i < variables; ++i) {
-        real sum = tail_[i];
-        for (int k = wide; k >= 1; --k) sum = sum * u + real_.row(k)[i];
-        out[i] = sum * u;
+    const FlushTinyDoubles flush;
+    const auto x = static_cast<double>(u);
+    for (std::size_t i = begin; i < end; i += 4) {
+        // Two sums, of every other term: half the wait for one addition after the other.
+        FourDoubles sums[2] = {};
+        for (int k = order(); k > wide_; --k) {
+            FourDoubles& sum = sums[static_cast<unsigned>(k - wide_) % 2];
+            sum = sum * (x * x) + fourAt(double_.row(k) + i);
+        }
+        const FourDoubles tail = sums[1] + sums[0] * x;
+        std::memcpy(&tail_[i], &tail, sizeof tail);
     }
 }
 

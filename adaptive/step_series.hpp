@@ -22,7 +22,8 @@ struct Weights {
 /// Every polynomial is in u = (time - begin)/scale.
 class StepSeries {
 public:
-    StepSeries(const ValueSystem& system, const Arrangement& arrangement, bool plain);
+    StepSeries(const ValueSystem& system, const Arrangement& arrangement, const Sections& sections, Crew& crew,
+               bool plain);
 
     /// From terms 0 of all values. `wide` from 1 to the order. Goes on in real numbers where doubles have not the
     /// range.
@@ -41,8 +42,8 @@ public:
         return k < wide_ ? real_.terms(value)[k] : static_cast<real>(double_.terms(value)[k]);
     }
 
-    /// Makes each of the numbers at least |term k| of its variable.
-    void raise(std::vector<real>& least, int k) const;
+    /// Makes each of the numbers from `begin` to `end` - 1 at least |term k| of its variable.
+    void raise(std::vector<real>& least, int k, std::size_t begin, std::size_t end) const;
 
     /// Largest |term k| over the variables, each divided by its weight; not a number when one is not finite.
     real largest(int k, const Weights& weights) const;
@@ -55,13 +56,17 @@ public:
     void polynomial(ValueIndex value, std::vector<real>& coefficients) const;
 
 private:
+    void addTails(real u, std::size_t begin, std::size_t end) const;
+
     const ValueSystem& system_;
     const Arrangement& arrangement_;
+    Crew& crew_;
     Terms<real> real_;
     Terms<double> double_;
     real scale_ = 0;
     int wide_ = 0;
     mutable std::vector<double> tail_;
+    mutable std::vector<real> ofBlocks_;
 };
 
 }  // namespace zirk

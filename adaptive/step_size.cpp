@@ -3,6 +3,7 @@
 #include "adaptive/step_size.hpp"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <limits>
 
@@ -25,8 +26,9 @@ constexpr real functionTolerance = 1e-6L;
 /// A polynomial that has missed a feature of its function is off by more.
 constexpr real agreement = 1e-4L;
 
-/// Terms below this share of the tolerance, in units of the last place of a double, may be doubles.
-constexpr real doubleShare = 0x1p46L;
+/// Terms below so many tolerances may be doubles: 2^-10 of the tolerance is what that rounds. At eight times as many,
+/// the energy of an orbit was seen to drift in proportion to time.
+constexpr real doubleShare = 0x1p43L;
 
 /// Below this the numbers of the processor lose digits: a function there counts as zero.
 constexpr real tiny = 0x1p-16100L;
@@ -87,8 +89,8 @@ int orderFor(real tolerance) {
     return static_cast<int>(std::max(least, std::ceil(1 - std::log(tolerance * cutOff) / work)));
 }
 
-StepSize::StepSize(const ValueSystem& system, real tolerance)
-    : system_(system), tolerance_(tolerance), isWatched_(system.size(), 0) {
+StepSize::StepSize(const ValueSystem& system, real tolerance, Crew& crew)
+    : system_(system), crew_(crew), tolerance_(tolerance), isWatched_(system.size(), 0) {
     weights_.exact.resize(system.variables);
     weights_.rounded.resize(system.variables);
     for (const ValueIndex value : system.watched) isWatched_[value] = 1;
@@ -101,22 +103,32 @@ StepSize::StepSize(const ValueSystem& system, real tolerance)
         if (!value.isConstant && (isFunction(value) || isWatched_[i] != 0)) checked_.push_back(i);
         if (!value.isConstant && isWatched_[i] != 0) watched_.push_back(i);
     }
+    ofBlocks_.resize(std::max(Crew::blocks(system.variables), Crew::blocks(checked_.size())));
 }
 
 void StepSize::weigh(const StepSeries& series) {
-    real largest = 0;
     std::vector<real>& weights = weights_.exact;
-    const auto take = [&](int from, int to) {
-        for (int k = from; k <= to; ++k) series.raise(weights, k);
-        for (const real& weight : weights) largest = std::max(largest, weight);
+    // The largest term from one index to another is the weight of a variable; returns the largest of all.
+    const auto weighBy = [&](int from, int to) {
+        crew_.inBlocks(system_.variables, [&](std::size_t block, std::size_t begin, std::size_t end) {
+            std::fill(&weights[begin], &weights[end - 1] + 1, real{0});
+            for (int k = from; k <= to; ++k) series.raise(weights, k, begin, end);
+            ofBlocks_[block].step = *std::max_element(&weights[begin], &weights[end - 1] + 1);
+        });
+        real largest = 0;
+        for (std::size_t i = 0; i < Crew::blocks(weights.size()); ++i) largest = std::max(largest, ofBlocks_[i].step);
+        return largest;
     };
-    std::fill(weights.begin(), weights.end(), real{0});
-    take(0, 2);
-    if (largest == 0) take(3, series.order());
+    real largest = weighBy(0, 2);
+    if (largest == 0) largest = weighBy(3, series.order());
     floor_ = largest > 0 ? std::max(largest * smallestShare, tiny) : 1;
-    for (real& weight : weights) weight = std::max(weight, floor_);
+    crew_.divide(weights.size(), [&](std::size_t begin, std::size_t end) {
+        for (std::size_t i = begin; i < end; ++i) {
+            weights[i] = std::max(weights[i], floor_);
+            weights_.rounded[i] = static_cast<double>(weights[i]);
+        }
+    });
     weights_.haveDoubles = floor_ > std::numeric_limits<double>::min();
-    std::copy(weights.begin(), weights.end(), weights_.rounded.begin());
 }
 
 real StepSize::relativeTerm(const StepSeries& series, int k) const { return series.largest(k, weights_); }
@@ -141,18 +153,16 @@ ValueIndex StepSize::firstNotFinite(const StepSeries& series) const {
     return Value::none;
 }
 
-void StepSize::consider(ValueIndex value, real term, int k, real most, real& step) {
+void StepSize::consider(ValueIndex value, real term, int k, real most, Limit& limit) {
     // Most of what is asked does not limit the step: a power tells that sooner than a root. One that a double cannot
     // hold is infinite and does not tell.
-    if (term * static_cast<real>(power(static_cast<double>(step), k)) <= most) return;
-    step = std::min(step, rootOf(most / term, k));
-    limiting_ = value;
+    if (term * static_cast<real>(power(static_cast<double>(limit.step), k)) <= most) return;
+    limit = {std::min(limit.step, rootOf(most / term, k)), value};
 }
 
 real StepSize::longest(const StepSeries& series, bool isFresh) {
     weigh(series);
-    real step = infinite;
-    limiting_ = Value::none;
+    Limit least{infinite, Value::none};
     const int p = series.order();
     for (const int k : {p, p - 1}) {
         const real ratio = relativeTerm(series, k);
@@ -160,36 +170,54 @@ real StepSize::longest(const StepSeries& series, bool isFresh) {
             limiting_ = firstNotFinite(series);
             return ratio;
         }
-        if (ratio > 0) consider(Value::none, ratio, k, tolerance_ * cutOff, step);
+        if (ratio > 0) consider(Value::none, ratio, k, tolerance_ * cutOff, least);
     }
     if (isFresh) {
         considerLower(p - 1, [&](int k, real factor) {
-            consider(Value::none, relativeTerm(series, k), k, tolerance_ * cutOff * factor, step);
+            consider(Value::none, relativeTerm(series, k), k, tolerance_ * cutOff * factor, least);
         });
     }
-    for (const ValueIndex value : checked_) {
-        const real size = sizeOf(series, value);
-        const real tolerance = isWatched_[value] != 0 ? tolerance_ * cutOff : functionTolerance;
-        for (const int k : {p - 1, p - 2}) {
-            const real term = std::fabs(series.valueTerm(value, k));
-            if (!std::isfinite(term)) {
-                limiting_ = firstNotFinite(series);
-                return std::nan("");
-            }
-            if (size > tiny && term > 0) consider(value, term, k, tolerance * size, step);
+    // Blocks do not know of each other: what limits the step is rounded in the same way whoever asks.
+    std::atomic<bool> allFinite{true};
+    crew_.inBlocks(checked_.size(), [&](std::size_t block, std::size_t begin, std::size_t end) {
+        Limit limit = least;
+        for (std::size_t i = begin; i < end; ++i) {
+            if (!limitBy(series, checked_[i], isFresh, limit)) return allFinite.store(false, std::memory_order_relaxed);
         }
-        if (isFresh && size > tiny && isWatched_[value] != 0) {
-            considerLower(p - 2, [&](int k, real factor) {
-                consider(value, std::fabs(series.valueTerm(value, k)), k, tolerance * size * factor, step);
-            });
-        }
-        limitFlat(series, value, step);
-        limitRoot(series, value, step);
+        ofBlocks_[block] = limit;
+    });
+    if (!allFinite) {
+        limiting_ = firstNotFinite(series);
+        return std::nan("");
     }
-    return step;
+    for (std::size_t block = 0; block < Crew::blocks(checked_.size()); ++block) {
+        if (ofBlocks_[block].step < least.step) least = ofBlocks_[block];
+    }
+    limiting_ = least.value;
+    return least.step;
 }
 
-void StepSize::limitFlat(const StepSeries& series, ValueIndex value, real& step) {
+/// False when a term that has to be looked at is not finite.
+bool StepSize::limitBy(const StepSeries& series, ValueIndex value, bool isFresh, Limit& limit) const {
+    const int p = series.order();
+    const real size = sizeOf(series, value);
+    const real tolerance = isWatched_[value] != 0 ? tolerance_ * cutOff : functionTolerance;
+    for (const int k : {p - 1, p - 2}) {
+        const real term = std::fabs(series.valueTerm(value, k));
+        if (!std::isfinite(term)) return false;
+        if (size > tiny && term > 0) consider(value, term, k, tolerance * size, limit);
+    }
+    if (isFresh && size > tiny && isWatched_[value] != 0) {
+        considerLower(p - 2, [&](int k, real factor) {
+            consider(value, std::fabs(series.valueTerm(value, k)), k, tolerance * size * factor, limit);
+        });
+    }
+    limitFlat(series, value, limit);
+    limitRoot(series, value, limit);
+    return true;
+}
+
+void StepSize::limitFlat(const StepSeries& series, ValueIndex value, Limit& limit) const {
     const Law law = system_.values[value].law;
     if (law != Law::ProductRate && law != Law::QuotientRate) return;
     // Where a function does not move though its operand does (an exponential that is 0, a saturated tanh), its terms do
@@ -203,11 +231,11 @@ void StepSize::limitFlat(const StepSeries& series, ValueIndex value, real& step)
     const real most = std::max(at / 2, real{1});
     for (int k = 1; k < series.order(); ++k) {
         const real term = std::fabs(series.valueTerm(operand, k));
-        if (term > 0) consider(value, term, k, most / 2, step);
+        if (term > 0) consider(value, term, k, most / 2, limit);
     }
 }
 
-void StepSize::limitRoot(const StepSeries& series, ValueIndex value, real& step) {
+void StepSize::limitRoot(const StepSeries& series, ValueIndex value, Limit& limit) const {
     const Value& root = system_.values[value];
     if (root.law != Law::Root && (root.law != Law::Power || root.n == std::trunc(root.n))) return;
     // The terms of sqrt(u^2) are those of u, and do not show where the root turns: what is under a root may come half
@@ -215,7 +243,7 @@ void StepSize::limitRoot(const StepSeries& series, ValueIndex value, real& step)
     const real most = std::fabs(series.valueTerm(root.a, 0)) / 2;
     for (int k = 1; k < std::min(5, series.order()); ++k) {
         const real term = std::fabs(series.valueTerm(root.a, k));
-        if (term > 0 && most > 0) consider(value, term, k, most, step);
+        if (term > 0 && most > 0) consider(value, term, k, most, limit);
     }
 }
 
@@ -241,17 +269,25 @@ bool StepSize::keepsDigits(const StepSeries& series, real step, const std::vecto
     constexpr real most = 3;
     // Where solutions have no singularities, steps are long and terms rise before they fall: x^k/k! is greatest at k =
     // x.
-    for (const int k : {2, 4, 6}) {
-        if (k > series.order()) break;
-        const real factor = power(step, k);
-        for (ValueIndex i = 0; i < system_.variables; ++i) {
-            const real term = std::fabs(series.variableTerm(i, k)) * factor;
+    const real factors[] = {power(step, 2), power(step, 4), power(step, 6)};
+    const auto loses = [&](std::size_t index) {
+        const auto i = static_cast<ValueIndex>(index);
+        for (const int k : {2, 4, 6}) {
+            if (k > series.order()) break;
+            const real term = std::fabs(series.variableTerm(i, k)) * factors[k / 2 - 1];
             if (term <= most * std::fabs(end[i]) || term <= most * length * std::fabs(values[system_.rates[i]]))
                 continue;
-            if (term > floor_) return false;
+            if (term > floor_) return true;
         }
-    }
-    return true;
+        return false;
+    };
+    return crew_.firstOf(system_.variables, loses) == system_.variables;
+}
+
+ValueIndex StepSize::firstDisagreement(const StepSeries& series, real step, const std::vector<real>& values) const {
+    const std::size_t first = crew_.firstOf(
+        checked_.size(), [&](std::size_t i) { return !agrees(series, checked_[i], step, values[checked_[i]]); });
+    return first < checked_.size() ? checked_[first] : Value::none;
 }
 
 bool StepSize::agrees(const StepSeries& series, ValueIndex value, real step, real actual) const {

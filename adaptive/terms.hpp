@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "adaptive/order_loop.hpp"
+#include "parallel/untouched.hpp"
 
 namespace zirk {
 
@@ -15,9 +16,9 @@ namespace zirk {
 template <class T>
 class Terms {
 public:
-    /// Both must live as long as this does. `plain`: every term straight from its law, over terms kept value by value,
+    /// All must live as long as this does. `plain`: every term straight from its law, over terms kept value by value,
     /// to the same bits.
-    Terms(const ValueSystem& system, const Arrangement& arrangement, bool plain);
+    Terms(const ValueSystem& system, const Arrangement& arrangement, const Sections& sections, Crew& crew, bool plain);
 
     /// A step begins with terms 0 of all values; terms are scaled to `scale`. Makes term 1 of the variables as well.
     void begin(const std::vector<real>& first, T scale);
@@ -47,23 +48,27 @@ private:
 
     std::size_t at(int k) const { return static_cast<std::size_t>(k) * arrangement_.rowLength; }
     OrderTables<T> tables();
+    void touch();
     void runPlainly(int first, int last);
     void advancePlainly(int k);
+    void beginTogether(const std::vector<real>& first);
     T lawfulTerm(ValueIndex value, int k) const;
     void remember(ValueIndex value, int k, T term);
 
     const ValueSystem& system_;
     const Arrangement& arrangement_;
+    const Sections& sections_;
+    Crew& crew_;
     T scale_ = 0;
     /// Terms of the present order; zero for constants from order 1 on.
-    std::vector<T> now_;
+    UntouchedVector<T> now_;
     /// Terms 0.
-    std::vector<T> first_;
+    UntouchedVector<T> first_;
     std::vector<T> numbers_;
     /// Whether a double can hold them.
     bool numbersFit_ = true;
-    std::vector<T> rows_;
-    std::vector<T> cells_;
+    UntouchedVector<T> rows_;
+    UntouchedVector<T> cells_;
     /// For doubles: 1 over terms 0 of divisors, and over orders.
     std::vector<T> reciprocal_;
     std::vector<T> ofOrder_;

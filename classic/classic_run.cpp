@@ -28,7 +28,7 @@ ClassicRun::ClassicRun(std::unique_ptr<CompiledSystem> compiled, const ClassicOp
       variables_(compiled_->system.equations.list()),
       options_(options),
       observer_(observer != nullptr ? *observer : silent_),
-      taylor_(compiled_->calculus, compiled_->system.equations, evaluation),
+      taylor_(compiled_->calculus, compiled_->system.equations, evaluation, options_.threads),
       control_(compiled_->calculus, options_, taylor_, compiled_->system.equations, progress_, observer_),
       stiffness_(options_.stiffness, compiled_->system.equations, taylor_) {}
 

@@ -17,7 +17,7 @@ public:
     /// What counts as no motion: 2^-63 of the larger of the time and the end time (where that is finite).
     static real rounding(real acceptedTime, real endTime) {
         const real end = std::isfinite(endTime) ? std::fabs(endTime) : 0;
-        return std::ldexp(std::max(std::fabs(acceptedTime), end), -63);
+        return std::max(std::fabs(acceptedTime), end) * 0x1p-63L;
     }
 
     /// After each pass. True when so many passes in a row have moved the time by no more than rounding.

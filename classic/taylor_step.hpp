@@ -12,8 +12,9 @@ namespace zirk {
 /// Evaluates all equations in the order of their names.
 class TaylorStep {
 public:
-    TaylorStep(Calculus& calculus, const EquationTable& equations, Evaluation evaluation)
-        : calculus_(calculus), equations_(equations), evaluation_(evaluation), chooser_(calculus, equations) {}
+    TaylorStep(Calculus& calculus, const EquationTable& equations, Evaluation evaluation,
+               const ThreadOptions& threads = {})
+        : calculus_(calculus), equations_(equations), evaluation_(evaluation), chooser_(calculus, equations, threads) {}
 
     /// Values of all equations at the current time. Leaves the order used in the calculus.
     void evaluate();

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # The library, once for programs that contain it and once to be shared between them.
 file(GLOB library_sources CONFIGURE_DEPENDS text/*.cpp expr/*.cpp formula/*.cpp lang/*.cpp expand/*.cpp
-  series/*.cpp classic/*.cpp adaptive/*.cpp)
+  parallel/*.cpp series/*.cpp classic/*.cpp adaptive/*.cpp)
 file(GLOB ZIRK_PUBLIC_HEADERS CONFIGURE_DEPENDS include/zirk/*.hpp)
 
 # zirk_library(TARGET PARSER): what both have in common. Programs that use an installed library take its headers and

@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <new>
 #include <stdexcept>
 #include <string>
@@ -46,6 +47,8 @@ int runSteps(int argc, char** argv, Output& output, Evaluation evaluation) {
     log << "#(INFO) Parsing input\n";
     const Model model = readModel(*commandLine.input, settings.classic.limits, log);
     log << "#(INFO) Initializing values\n";
+    // Several threads only where somebody has said so: scripts may run many of these at the same time.
+    settings.classic.threads.most = std::max(threadsOfEnvironment(), 1U);
     // Never freed: taking a large system apart takes longer than a short run. The context knows it.
     Run& run = *new Run(settings, output, model, evaluation);
     if (settings.dumpTree) run.dumpTree();

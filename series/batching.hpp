@@ -29,7 +29,7 @@ public:
     }
 
     /// Orders that run without a look at what else there is to do.
-    static constexpr int mostAtOnce = 16;
+    static constexpr int mostAtOnce = 64;
 
 private:
     std::vector<int> endsBefore_;

@@ -8,6 +8,7 @@
 #include "lang/equation_table.hpp"
 #include "series/retreat.hpp"
 #include "series/term_graph.hpp"
+#include "zirk/threads.hpp"
 
 namespace zirk {
 
@@ -22,10 +23,13 @@ class SeriesPass;
 //   Programs       The graph as instructions that turn terms k of the variables into terms k + 1: one program for what
 //                  is constant over a step, one for the rest. A chain of instructions makes one value, in an
 //                  accumulator; products and quotients sum over term arrays.
-//   OrderRun       Runs a program for orders k = 0, 1, ... over terms stored as pairs of doubles, and as 80-bit numbers
-//                  from the first term that two doubles cannot hold.
+//   Lanes          A program packed: chains of one shape side by side, so that one step from instruction to instruction
+//                  serves four of them. What OrderRun runs.
+//   OrderRun       Runs lanes for orders k = 0, 1, ... over terms stored as pairs of doubles, and as 80-bit numbers
+//                  from the first run of orders with a term that two doubles cannot hold.
 //   SeriesPass     One point: leaves, programs, then the sums of the variables (SeriesSum), until all have ended.
 //   Batching       How many orders run before the sums are looked at again.
+//   Sections       A program cut into parts that several threads run at the same time, where that pays (parallel/).
 //   NeededPart     What of the program is still needed when some sums have ended.
 //   HighestTerms   How far the nodes would have computed each variable, which tests and dumps show.
 //   Retreat        How long to leave alone what has just failed: pairs of doubles, or the program as a whole.
@@ -36,7 +40,7 @@ class SeriesPass;
 /// Sums every differential variable of a prepared system, to the same bits as the nodes do by themselves.
 class Chooser {
 public:
-    Chooser(Calculus& calculus, const EquationTable& equations);
+    Chooser(Calculus& calculus, const EquationTable& equations, const ThreadOptions& threads = {});
     ~Chooser();
 
     /// Sums and hands the results to the variables. False, with no variable touched, when it has to be left to the
@@ -51,11 +55,17 @@ public:
     real term(SlotIndex variable, int k) const;
 
 private:
+    /// Whether the program is not worth its making yet; asked once at each point.
+    bool isWaiting();
+
     Calculus& calculus_;
     const EquationTable& equations_;
+    const ThreadOptions threads_;
     std::unique_ptr<SeriesPass> pass_;
-    /// Points that were left to the nodes before the program was made.
+    /// Points that were left to the nodes before the program was made, and the most terms that one variable took at
+    /// each.
     int waited_ = 0;
+    int termsByNodes_ = 0;
     Retreat retreat_;
 };
 

@@ -6,21 +6,44 @@
 
 namespace zirk {
 
+void HighestTerms::findSources() {
+    constexpr SlotIndex none = TermGraph::none;
+    std::vector<char> isJoint(graph_.slots.size());
+    std::vector<char> isUsed(graph_.slots.size());
+    for (const TermGraph::Slot& slot : graph_.slots) {
+        for (const SlotIndex operand : {slot.left, slot.right}) {
+            if (operand == none || graph_.isLeaf(operand)) continue;
+            isJoint[operand] |= isUsed[operand];
+            isUsed[operand] = 1;
+        }
+    }
+    for (SlotIndex slot = 0; slot < graph_.size(); ++slot) {
+        firstSource_.push_back(sources_.size());
+        if (!graph_.isVariable(slot) && isJoint[slot] == 0) continue;
+        pending_.assign(1, slot);
+        while (!pending_.empty()) {
+            const TermGraph::Slot& made = graph_[pending_.back()];
+            pending_.pop_back();
+            for (const SlotIndex operand : {made.left, made.right}) {
+                if (operand == none || graph_.isLeaf(operand)) continue;
+                const bool isSource = graph_.isVariable(operand) || isJoint[operand] != 0;
+                (isSource ? sources_ : pending_).push_back(operand);
+            }
+        }
+    }
+    firstSource_.push_back(sources_.size());
+}
+
 void HighestTerms::raise(SlotIndex root, int highest) {
-    const auto lift = [&](SlotIndex slot) {
-        if (slot == TermGraph::none || reached_[slot] >= highest) return;
-        reached_[slot] = highest;
-        pending_.push_back(slot);
-    };
-    lift(root);
+    pending_.assign(1, root);
     while (!pending_.empty()) {
         const SlotIndex slot = pending_.back();
         pending_.pop_back();
-        if (graph_.isVariable(slot)) {
-            level(highest).push_back(slot);
-        } else {
-            lift(graph_[slot].left);
-            lift(graph_[slot].right);
+        for (std::size_t i = firstSource_[slot]; i < firstSource_[slot + std::size_t{1}]; ++i) {
+            const SlotIndex source = sources_[i];
+            if (reached_[source] >= highest) continue;
+            reached_[source] = highest;
+            (graph_.isVariable(source) ? level(highest) : pending_).push_back(source);
         }
     }
 }
@@ -31,8 +54,8 @@ std::vector<int> HighestTerms::spread(std::vector<int> highest) {
     const auto [lowest, top] = std::minmax_element(highest.begin(), highest.end());
     const int low = *lowest;
     const int high = *top;
-    // Only who has two terms more than another one can ask it for more than it has.
-    if (high - 1 <= low) return highest;
+    if (!canDiffer(low, high)) return highest;
+    if (firstSource_.empty()) findSources();
     reached_.assign(graph_.slots.size(), -1);
     std::copy(highest.begin(), highest.end(), reached_.begin());
     levels_.resize(std::max(levels_.size(), static_cast<std::size_t>(high) + 1));
@@ -40,7 +63,7 @@ std::vector<int> HighestTerms::spread(std::vector<int> highest) {
     // From the top down, every slot is lifted at most once.
     for (int asked = high; asked > low + 1; --asked) {
         for (const SlotIndex slot : level(asked)) {
-            if (reached_[slot] == asked) raise(graph_[slot].left, asked - 1);
+            if (reached_[slot] == asked) raise(slot, asked - 1);
         }
     }
     std::copy_n(reached_.begin(), highest.size(), highest.begin());

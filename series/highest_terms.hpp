@@ -15,14 +15,23 @@ class HighestTerms {
 public:
     explicit HighestTerms(const TermGraph& graph) : graph_(graph) {}
 
+    /// Whether some variable may be asked for more than it has: only who has two terms more than another one can do
+    /// that.
+    static bool canDiffer(int lowest, int highest) { return highest - 1 > lowest; }
+
     /// Per variable the index of its last term as the nodes have it, from that of its own sum.
     std::vector<int> spread(std::vector<int> highest);
 
 private:
+    void findSources();
     void raise(SlotIndex root, int highest);
     std::vector<SlotIndex>& level(int highest) { return levels_[static_cast<std::size_t>(highest)]; }
 
     const TermGraph& graph_;
+    /// Of variables and slots that several need: the nearest such ones that each is made from, in one list, found when
+    /// they are asked for first; where those of each slot begin.
+    std::vector<SlotIndex> sources_;
+    std::vector<std::size_t> firstSource_;
     std::vector<int> reached_;
     std::vector<SlotIndex> pending_;
     /// Variables by the highest term that they have reached.

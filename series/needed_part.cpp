@@ -6,8 +6,13 @@
 
 namespace zirk {
 
-NeededPart::NeededPart(const TermGraph& graph, const Program& whole)
-    : graph_(graph), whole_(whole), component_(components(graph)), wantingIn_(graph.slots.size()) {}
+NeededPart::NeededPart(const TermGraph& graph, const Programs& programs)
+    : graph_(graph),
+      programs_(programs),
+      whole_(programs.varying),
+      wholeLanes_(whole_, programs),
+      component_(components(graph)),
+      wantingIn_(graph.slots.size()) {}
 
 void NeededPart::beginPoint(const std::vector<SlotIndex>& wanting) {
     std::fill(wantingIn_.begin(), wantingIn_.end(), 0);
@@ -45,6 +50,7 @@ void NeededPart::rebuild(const std::vector<SlotIndex>& wanting) {
         need(slot.right);
     }
     part_ = whole_.needing(needed);
+    partLanes_ = LaneSections(part_, programs_);
     program_ = &part_;
     wantedThen_ = wanting.size();
     isStale_ = false;

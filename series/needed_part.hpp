@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "series/program.hpp"
+#include "series/sections.hpp"
 
 namespace zirk {
 
@@ -14,7 +14,7 @@ namespace zirk {
 /// only when the last sum of a component has ended.
 class NeededPart {
 public:
-    NeededPart(const TermGraph& graph, const Program& whole);
+    NeededPart(const TermGraph& graph, const Programs& programs);
 
     /// A point begins; `wanting`: the variables whose sums go on.
     void beginPoint(const std::vector<SlotIndex>& wanting);
@@ -26,12 +26,16 @@ public:
     void shrink(const std::vector<SlotIndex>& wanting);
 
     const Program& program() const { return *program_; }
+    /// The same, ready to run.
+    const LaneSections& lanes() const { return program_ == &whole_ ? wholeLanes_ : partLanes_; }
 
 private:
     void rebuild(const std::vector<SlotIndex>& wanting);
 
     const TermGraph& graph_;
+    const Programs& programs_;
     const Program& whole_;
+    const LaneSections wholeLanes_;
     const std::vector<SlotIndex> component_;
     /// Per component: its sums that go on.
     std::vector<SlotIndex> wantingIn_;
@@ -40,6 +44,7 @@ private:
     bool isStale_ = false;
     const Program* program_ = &whole_;
     Program part_;
+    LaneSections partLanes_;
 };
 
 }  // namespace zirk

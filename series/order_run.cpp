@@ -1,99 +1,108 @@
 // SPDX-License-Identifier: MIT
-// The loop over instructions: the order of additions and multiplications inside each term is that of the nodes.
+// Orders in either form of the cells.
 #include "series/order_run.hpp"
 
-#include <cmath>
+#include <atomic>
+
+#include "series/order_loop.hpp"
 
 namespace zirk {
 
 namespace {
 
 /// Room in every array before anybody knows how many terms there will be.
-constexpr std::size_t termsAtFirst = 40;
+constexpr std::size_t termsAtFirst = 20;
 
-/// Runs orders `first` to `last`; returns the first one in which some cell cannot hold its term, or last + 1.
-template <class Cell>
-std::size_t runOrders(const Program& program, std::size_t first, std::size_t last, std::size_t variables,
-                      const real* factors, OrderTerms<Cell>& terms) {
-    using Code = Program::Code;
-    using Result = Program::Result;
-    const Program::Instruction* const begin = program.instructions.data();
-    const Program::Instruction* const end = begin + program.instructions.size();
-    Cell* const now = terms.now.data();
-    Cell* row = terms.rows.data() + first * variables;
-    TermArrays<Cell>& arrays = terms.arrays;
-    const auto at = [&](SlotIndex slot) -> real { return (slot < variables ? row : now)[slot]; };
-    for (std::size_t k = first; k <= last; ++k) {
-        Cell* const nextRow = row + variables;
-        const real& factor = factors[k + 1];
-        // At order 0 the present term of a constant is the constant.
-        const Cell* const constant = k == 0 ? now : terms.constant.data();
-        real acc = 0;
-        bool allHeld = true;
-        for (const Program::Instruction* i = begin; i != end; ++i) {
-            if (i->load != TermGraph::none) acc = at(i->load);
-            switch (i->code) {
-                case Code::Nothing:
-                    break;
-                case Code::Plus:
-                    acc = acc + at(i->a);
-                    break;
-                case Code::Minus:
-                    acc = acc - at(i->a);
-                    break;
-                case Code::MinusFrom:
-                    acc = at(i->a) - acc;
-                    break;
-                case Code::Negate:
-                    acc = -acc;
-                    break;
-                case Code::Truncate:
-                    acc = k == 0 ? static_cast<real>(std::trunc(static_cast<double>(acc))) : 0;
-                    break;
-                // One factor is constant: the other products are exact zeros as long as every term is finite. Adding to
-                // zero stays: it turns a negative zero into a positive one.
-                case Code::Scale:
-                    acc = 0 + acc * constant[i->a];
-                    break;
-                case Code::Ratio:
-                    acc = acc / constant[i->a];
-                    break;
-                case Code::Product:
-                    acc = arrays.sum(i->a, k, i->b, 0, k + 1);
-                    break;
-                case Code::PlusProduct:
-                    acc = acc + arrays.sum(i->a, k, i->b, 0, k + 1);
-                    break;
-                case Code::MinusProduct:
-                    acc = acc - arrays.sum(i->a, k, i->b, 0, k + 1);
-                    break;
-                case Code::Quotient:
-                    acc = (acc - arrays.sum(i->b, k, i->a, 0, k)) / arrays.at(i->b, 0);
-                    break;
-            }
-            // Tests that the processor foresees cost less than one more switch.
-            if (i->result == Result::Nothing) continue;
-            if (i->result == Result::Store) {
-                allHeld &= store(now[i->target], acc);
-            } else if (i->result == Result::Keep) {
-                allHeld &= store(arrays.at(i->array, k), acc);
-            } else {
-                const real term = acc * factor;
-                allHeld &= store(nextRow[i->target], term);
-                if (i->result == Result::NextKept) allHeld &= store(arrays.at(i->array, k + 1), term);
-            }
-        }
-        if (!allHeld) return k;
-        row = nextRow;
+/// Which program runs: constants are stored in the rows of what is fixed, other present terms in one place for all
+/// orders.
+enum class Values { Constant, Varying };
+
+/// Calls runOrder(cells) for orders `first` to `last`.
+template <class Cell, class RunOrder>
+[[gnu::always_inline]] inline void eachOrder(Values values, OrderTerms<Cell>& terms, const real* factors,
+                                             std::size_t first, std::size_t last, const RunOrder& runOrder) {
+    Cell* const fixed = terms.fixed.data();
+    OrderCells<Cell> cells{first,
+                           terms.rows.data() + first * terms.rowCells,
+                           terms.rows.data() + (first + 1) * terms.rowCells,
+                           terms.now.data(),
+                           fixed,
+                           fixed,
+                           terms.arrays.all() + first,
+                           terms.arrays.stride(),
+                           0};
+    for (; cells.k <= last; ++cells.k, ++cells.arrays) {
+        Cell* const fixedNow = fixed + std::min<std::size_t>(cells.k, 2) * terms.fixedCells;
+        cells.fixed = fixedNow;
+        if (values == Values::Constant) cells.now = fixedNow;
+        cells.factor = factors[cells.k + 1];
+        runOrder(cells);
+        cells.row = cells.nextRow;
+        cells.nextRow += terms.rowCells;
     }
-    return last + 1;
+}
+
+template <class Cell>
+[[gnu::always_inline]] inline void runLanes(const Lanes& program, const OrderCells<Cell>& cells) {
+    const std::uint32_t* at = program.operands.data();
+    const Lanes::Code* end = program.codes.data();
+    for (const Lanes::Run& run : program.runs) {
+        const Lanes::Code* const begin = end;
+        end += run.codes;
+        switch (run.lanes) {
+            case 1:
+                at = runBlocks<1>(begin, end, run.blocks, at, cells);
+                break;
+            case 2:
+                at = runBlocks<2>(begin, end, run.blocks, at, cells);
+                break;
+            default:
+                at = runBlocks<4>(begin, end, run.blocks, at, cells);
+        }
+    }
+}
+
+/// Runs orders `first` to `last`; false when some cell cannot hold its term.
+template <class Cell>
+bool runOrders(const Lanes& program, Values values, OrderTerms<Cell>& terms, const real* factors, std::size_t first,
+               std::size_t last) {
+    const FailedStores failed;
+    const auto runOrder = [&](const OrderCells<Cell>& cells) __attribute__((always_inline)) {
+        runLanes(program, cells);
+    };
+    eachOrder(values, terms, factors, first, last, runOrder);
+    return !failed.in(terms.now);
+}
+
+/// The same by the members of a crew, each of which does every so many parts of a stage.
+template <class Cell>
+bool runOrders(const LaneSections& program, Crew& crew, OrderTerms<Cell>& terms, const real* factors, std::size_t first,
+               std::size_t last) {
+    std::atomic<bool> allHeld{true};
+    crew.run([&](unsigned member) {
+        const FailedStores failed;
+        eachOrder(Values::Varying, terms, factors, first, last, [&](const OrderCells<Cell>& cells) {
+            for (unsigned stage = 0; stage < program.stages(); ++stage) {
+                for (unsigned part = member; part < program.parts; part += crew.members()) {
+                    runLanes(program.section(stage, part), cells);
+                }
+                crew.wait();
+            }
+        });
+        if (failed.in(terms.now)) allHeld.store(false, std::memory_order_relaxed);
+    });
+    return allHeld;
 }
 
 }  // namespace
 
 // The form that is seldom used takes room when it is.
-OrderRun::OrderRun(std::size_t slots, std::size_t variables, std::size_t arrays)
-    : variables_(variables), narrow_(slots, variables, arrays, termsAtFirst), wide_(0, 0, arrays, 0) {}
+OrderRun::OrderRun(const Programs& programs, Crew& crew)
+    : places_(programs.places),
+      crew_(crew),
+      terms_(termsAtFirst),
+      narrow_(programs, termsAtFirst),
+      wide_(programs, 0) {}
 
 void OrderRun::beginPoint() {
     if (!isWide_) {
@@ -109,61 +118,47 @@ void OrderRun::reserve(std::size_t terms) {
     if (terms <= terms_) return;
     terms_ = 2 * terms;
     const auto makeRoom = [&](auto& form) {
-        form.rows.resize(terms_ * variables_);
+        form.rows.resize(terms_ * form.rowCells);
         form.arrays.reserve(terms_);
     };
     makeRoom(narrow_);
     // In use now or to be used again.
-    if (!wide_.now.empty()) makeRoom(wide_);
+    if (wide_.arrays.stride() > 0) makeRoom(wide_);
 }
 
 void OrderRun::goWide() {
     isWide_ = true;
     wide_.now.assign(narrow_.now.begin(), narrow_.now.end());
-    wide_.constant.assign(narrow_.constant.begin(), narrow_.constant.end());
+    wide_.fixed.assign(narrow_.fixed.begin(), narrow_.fixed.end());
+    wide_.hasConstants = narrow_.hasConstants;
     wide_.rows.assign(narrow_.rows.begin(), narrow_.rows.end());
     wide_.arrays.copy(narrow_.arrays);
 }
 
-template <class Action>
-bool OrderRun::storeOne(const Action& action) {
-    if (!isWide_) {
-        if (action(narrow_)) return true;
-        goWide();
-    }
-    return action(wide_);
-}
-
-bool OrderRun::setStart(SlotIndex variable, ArrayIndex array, const real& start) {
-    return storeOne([&](auto& form) {
-        const bool held = store(form.rows[variable], start);
-        return array == TermGraph::none ? held : held && store(form.arrays.at(array, 0), start);
+bool OrderRun::setLeaf(SlotIndex slot, int k, real term) {
+    return runIn([&](auto& form) {
+        return store(form.fixed[static_cast<std::size_t>(k) * form.fixedCells + places_[slot].index], term);
     });
 }
 
-bool OrderRun::setNow(SlotIndex slot, real term) {
-    return storeOne([&](auto& form) { return store(form.now[slot], term); });
+bool OrderRun::runConstants(const Lanes& lanes, StepTable& stepTable) {
+    const real* const factors = stepTable.upTo(3);
+    return runIn([&](auto& form) {
+        form.hasConstants = runOrders(lanes, Values::Constant, form, factors, 0, 2);
+        return form.hasConstants;
+    });
 }
 
-void OrderRun::keepConstants(const std::vector<SlotIndex>& slots) {
-    const auto keep = [&](auto& form) {
-        for (const SlotIndex slot : slots) form.constant[slot] = form.now[slot];
-    };
-    isWide_ ? keep(wide_) : keep(narrow_);
-}
-
-bool OrderRun::run(const Program& program, int first, int last, StepTable& stepTable) {
+bool OrderRun::run(const LaneSections& program, int first, int last, StepTable& stepTable) {
     const real* const factors = stepTable.upTo(last + 1);
+    const auto begin = static_cast<std::size_t>(first);
     const auto end = static_cast<std::size_t>(last);
-    auto next = static_cast<std::size_t>(first);
     // Of the terms up to last + 1.
     reserve(end + 2);
-    if (!isWide_) {
-        next = runOrders(program, next, end, variables_, factors, narrow_);
-        if (next > end) return true;
-        goWide();
-    }
-    return runOrders(program, next, end, variables_, factors, wide_) > end;
+    return runIn([&](auto& form) {
+        return program.isCut() ? runOrders(program, crew_, form, factors, begin, end)
+                               : runOrders(program.sections.front(), Values::Varying, form, factors, begin, end);
+    });
 }
 
 }  // namespace zirk

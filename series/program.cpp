@@ -23,7 +23,7 @@ public:
         for (SlotIndex slot = 0; slot < graph_.size(); ++slot) noteUses(slot);
         for (SlotIndex slot = 0; slot < graph_.size(); ++slot) chooseCarried(slot);
         for (SlotIndex slot = 0; slot < graph_.size(); ++slot) writeChains(slot);
-        for (SlotIndex i = 0; i < graph_.variables; ++i) programs_.arrayOf.push_back(values_[i].array);
+        for (SlotIndex slot = 0; slot < graph_.size(); ++slot) programs_.places.push_back(placeOf(slot));
     }
 
 private:
@@ -53,6 +53,12 @@ private:
     }
     bool isSum(SlotIndex slot) const {
         return graph_[slot].type == ExprType::Plus || graph_[slot].type == ExprType::Minus;
+    }
+
+    Place placeOf(SlotIndex slot) {
+        if (isConstant(slot) || graph_.isLeaf(slot)) return {Place::Fixed, programs_.fixed++};
+        if (values_[slot].array != none) return {Place::Array, values_[slot].array};
+        return graph_.isVariable(slot) ? Place{Place::Row, programs_.rows++} : Place{Place::Now, programs_.nows++};
     }
 
     // First pass: who needs what of each value. An operation either needs the present term of an operand, which counts
@@ -130,7 +136,7 @@ private:
         beginChain(isConstant(slot) ? programs_.constants : programs_.varying);
         if (!isProduct(chain_.back())) load(values_[chain_.back()].carried);
         for (auto step = chain_.rbegin(); step != chain_.rend(); ++step) writeOperation(*step);
-        if (value.uses > 0 || isConstant(slot)) leave(Result::Store, slot, none);
+        if (isConstant(slot) || (value.uses > 0 && value.array == none)) leave(Result::Store, slot, none);
         if (!isConstant(slot)) {
             for (SlotIndex taker = value.firstTaker; taker != none; taker = nextTaker_[taker]) leaveNext(taker);
         }
@@ -150,7 +156,7 @@ private:
                 isFused ? sumProduct(Code::MinusProduct, value.other) : operate(minus, value.other);
                 break;
             case ExprType::Multiply:
-                isProduct(slot) ? sumProduct(Code::Product, slot) : operate(Code::Scale, value.other);
+                isProduct(slot) ? sumProduct(Code::Product, slot) : operate(scaleBy(value.other), value.other);
                 break;
             case ExprType::Divide:
                 isQuotient(slot) ? operate(Code::Quotient, value.array, values_[value.other].array)
@@ -160,6 +166,12 @@ private:
                 operate(graph_[slot].type == ExprType::UnMinus ? Code::Negate : Code::Truncate, none);
         }
         if (value.array != none) leave(Result::Keep, none, value.array);
+    }
+
+    Code scaleBy(SlotIndex constant) const {
+        if (graph_[constant].type != ExprType::Number) return Code::Scale;
+        const real& number = graph_[constant].node->startValue();
+        return static_cast<real>(static_cast<double>(number)) == number ? Code::ScaleByDouble : Code::Scale;
     }
 
     void writeLeaf(SlotIndex slot) {
@@ -235,15 +247,23 @@ private:
 
 Program Program::needing(const std::vector<char>& needed) const {
     Program part;
+    part.parts = parts;
     auto next = instructions.begin();
-    for (const Chain& chain : chains) {
-        const auto end = next + chain.length;
-        if (needed[chain.owner] != 0) {
-            part.chains.push_back(chain);
+    const auto endSections = [&](std::size_t done) {
+        for (std::size_t i = part.sectionEnds.size(); i < sectionEnds.size() && sectionEnds[i] <= done; ++i) {
+            part.sectionEnds.push_back(part.chains.size());
+        }
+    };
+    for (std::size_t i = 0; i < chains.size(); ++i) {
+        endSections(i);
+        const auto end = next + chains[i].length;
+        if (needed[chains[i].owner] != 0) {
+            part.chains.push_back(chains[i]);
             part.instructions.insert(part.instructions.end(), next, end);
         }
         next = end;
     }
+    endSections(chains.size());
     return part;
 }
 

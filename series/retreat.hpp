@@ -6,8 +6,8 @@
 
 namespace zirk {
 
-/// After a failure the next point does without, after the second in a row the next two, then four, up to 64: a run that
-/// stays where the fast way fails loses next to nothing by trying.
+/// After a failure the next point does without, after the second in a row the next two, then four, up to 64: a
+/// run that stays where the fast way fails loses next to nothing by trying.
 class Retreat {
 public:
     /// Whether this point does without; asked once at each.

@@ -21,7 +21,7 @@ namespace zirk {
 /// whose own sum has ended is computed only while others need it.
 class SeriesPass {
 public:
-    SeriesPass(Calculus& calculus, const EquationTable& equations);
+    SeriesPass(Calculus& calculus, const EquationTable& equations, const ThreadOptions& threads = {});
     SeriesPass(const SeriesPass&) = delete;
     SeriesPass& operator=(const SeriesPass&) = delete;
 
@@ -36,27 +36,41 @@ public:
 
 private:
     bool begin();
-    bool setLeaves(int k);
-    bool runConstants(int k);
+    bool setFixed();
+    bool setLeaf(SlotIndex leaf);
     /// Adds terms `first` to `last` to the sums; those that end want no more.
     void addTerms(int first, int last);
+    void beginVariables(std::size_t first, std::size_t last) const;
+    void adopt(std::size_t first, std::size_t last) const;
+    // By all members of the crew.
+    [[gnu::noinline]] void beginTogether();
+    [[gnu::noinline]] void addTermsTogether(int first, int last);
+    [[gnu::noinline]] void adoptTogether();
     void spreadHighest() const;
 
     Calculus& calculus_;
     const TermGraph all_;
     const DistinctTerms distinct_;
+    Crew crew_;
     const Programs programs_;
-    std::vector<SlotIndex> leaves_;
-    std::vector<SlotIndex> constants_;
+    const Lanes constantLanes_;
+    /// Numbers never change, times change at every point, definitions may.
+    std::vector<SlotIndex> numbers_;
+    std::vector<SlotIndex> times_;
+    std::vector<SlotIndex> definitions_;
 
     OrderRun run_;
+    /// Values of the definitions at the last point.
+    std::vector<real> defined_;
     Batching batching_;
     NeededPart needed_;
     /// Per distinct variable, and those whose sum goes on.
     std::vector<SeriesSum> sums_;
     std::vector<SlotIndex> wanting_;
 
-    // Few points are asked for their highest terms: the first who asks has them computed.
+    // Few points are asked for their highest terms: the first who asks has them computed, unless all variables have
+    // what their own sums took.
+    bool isLevel_ = false;
     mutable std::mutex highestMutex_;
     mutable std::atomic<bool> knowsHighest_{false};
     mutable HighestTerms highestTerms_;

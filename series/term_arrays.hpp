@@ -11,18 +11,6 @@
 
 namespace zirk {
 
-/// falling[0] * rising[0] + falling[-1] * rising[1] + ..., `count` products, added in this order from zero.
-template <class Cell>
-real productSum(const Cell* falling, const Cell* rising, std::size_t count) {
-    real sum = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        const real a = *(falling - i);
-        const real b = rising[i];
-        sum = sum + a * b;
-    }
-    return sum;
-}
-
 /// Terms of several values, each in one contiguous array.
 template <class Cell>
 class TermArrays {
@@ -49,11 +37,11 @@ public:
     }
 
     Cell& at(ArrayIndex array, std::size_t k) { return cells_[array * stride_ + k]; }
+    const Cell& at(ArrayIndex array, std::size_t k) const { return cells_[array * stride_ + k]; }
 
-    /// A[from] * B[to] + A[from - 1] * B[to + 1] + ..., `count` products.
-    real sum(ArrayIndex a, std::size_t from, ArrayIndex b, std::size_t to, std::size_t count) const {
-        return productSum(&cells_[a * stride_ + from], &cells_[b * stride_ + to], count);
-    }
+    Cell* all() { return cells_.data(); }
+    /// Cells from one array to the next.
+    std::size_t stride() const { return stride_; }
 
 private:
     template <class Other>

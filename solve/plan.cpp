@@ -115,6 +115,7 @@ RunPlan makePlan(const Request& request, const Problem& problem) {
             throw UsageError("--tolerance must lie between 1e-18 and 0.1, not be \"" + *request.tolerance + '"');
         }
     }
+    plan.integrator.threads.most = static_cast<unsigned>(request.threads);
     if (request.maxStep) plan.integrator.maxStep = readPositive(problem, "--max-step", *request.maxStep);
 
     const real start = problem.start();

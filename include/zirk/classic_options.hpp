@@ -5,6 +5,7 @@
 #include <string>
 
 #include "zirk/real.hpp"
+#include "zirk/threads.hpp"
 
 namespace zirk {
 
@@ -63,6 +64,7 @@ struct ClassicOptions {
     real tMax = 1;
     StiffnessOptions stiffness;
     PeriodOptions period;
+    ThreadOptions threads = {};
 };
 
 }  // namespace zirk

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "zirk/problem.hpp"
+#include "zirk/threads.hpp"
 
 namespace zirk {
 
@@ -19,6 +20,7 @@ struct IntegratorOptions {
     real maxStep = 0;
     /// Term by term straight from the recurrences, to the same bits: the definition of the fast way.
     bool plain = false;
+    ThreadOptions threads = {};
 };
 
 /// Which zeros of an expression count, by its sign along the integration: any, from - to +, from + to -.

@@ -34,11 +34,11 @@ TEST(Batching, RunsOneOrderLessThanTheNextEndTook) {
     EXPECT_EQ(batching.lastWith(19), 19);
 }
 
-TEST(Batching, RunsSixteenOrdersAtMost) {
-    const Batching batching = after({40});
-    EXPECT_EQ(batching.lastWith(0), 15);
-    EXPECT_EQ(batching.lastWith(16), 31);
-    EXPECT_EQ(batching.lastWith(32), 38);
+TEST(Batching, RunsSixtyFourOrdersAtMost) {
+    const Batching batching = after({150});
+    EXPECT_EQ(batching.lastWith(0), 63);
+    EXPECT_EQ(batching.lastWith(64), 127);
+    EXPECT_EQ(batching.lastWith(128), 148);
 }
 
 TEST(Batching, KnowsOnlyThePointBefore) {

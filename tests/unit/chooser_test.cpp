@@ -27,7 +27,21 @@ TEST_F(Choice, LeavesTheFirstPointsToTheNodes) {
     prepareText(*this, "y' = -y & 1;");
     Chooser chooser(calculus, system.equations);
     EXPECT_FALSE(chooser.sumAll()) << "no point has begun yet";
+    // Each takes more than ten terms.
+    EXPECT_EQ(points(chooser, 7), "nnnpppp");
+}
+
+TEST_F(Choice, LeavesNoMoreThanFourPointsToTheNodes) {
+    prepareText(*this, "y' = 0 & 1;");
+    Chooser chooser(calculus, system.equations);
     EXPECT_EQ(points(chooser, 7), "nnnnppp");
+}
+
+TEST_F(Choice, LeavesOnePointOfManyTermsToTheNodes) {
+    calculus.changeStep(5);
+    prepareText(*this, "y' = -y & 1;");
+    Chooser chooser(calculus, system.equations);
+    EXPECT_EQ(points(chooser, 4), "nppp");
 }
 
 TEST_F(Choice, TakesTheProgramAtOnceForHighOrders) {
@@ -49,7 +63,8 @@ TEST_F(Choice, NeedsLimitsThatWantTerms) {
     limits.zeroTerms = 0;
     EXPECT_EQ(points(chooser, 7), "nnnnnnn");
     limits.zeroTerms = 4;
-    EXPECT_EQ(points(chooser, 6), "nnnnpp") << "points that were no choice do not count";
+    system.equations.find("y")->setInitialValue(1);
+    EXPECT_EQ(points(chooser, 6), "nnnppp") << "points that were no choice do not count";
 }
 
 TEST_F(Choice, LeavesMoreAndMorePointsToTheNodesWhereTermsAreNotFinite) {

@@ -48,12 +48,12 @@ TEST(Halves, HoldBothZeros) {
     }
 }
 
-TEST(Halves, HoldNumbersWithoutALowPart) {
+TEST(Halves, HoldNumbersThatAreDoublesWithoutExcess) {
     for (const real x : {1.0L, -0.5L, 1e22L}) {
         Halves cell;
         EXPECT_TRUE(store(cell, x));
         EXPECT_EQ(cell.high, static_cast<double>(x));
-        EXPECT_EQ(cell.low, 0);
+        EXPECT_EQ(cell.excess, 0);
     }
 }
 
@@ -84,6 +84,44 @@ TEST(ExtendedCells, RefuseOnlyWhatIsNotFinite) {
         real cell = 1;
         EXPECT_FALSE(store(cell, x));
     }
+}
+
+/// Whether the flags say that a number did not fit into a cell.
+template <class Cell>
+bool failsFor(real x) {
+    std::vector<Cell> cells(1);
+    const FailedStores failed;
+    put(cells[0], x);
+    EXPECT_TRUE(failed.in(cells) || sameValue(real(cells[0]), x));
+    return failed.in(cells);
+}
+
+TEST(FailedStores, SeeWhatACellDoesNotHold) {
+    std::mt19937_64 random(2);
+    for (int exponent = -16000; exponent <= 16000; ++exponent) {
+        const real x = full(random, exponent);
+        Halves cell;
+        EXPECT_EQ(failsFor<Halves>(x), !store(cell, x)) << exponent;
+        EXPECT_FALSE(failsFor<real>(x)) << exponent;
+    }
+    for (const real zero : {0.0L, -0.0L}) EXPECT_FALSE(failsFor<Halves>(zero));
+    EXPECT_TRUE(failsFor<Halves>(std::numeric_limits<real>::infinity()));
+}
+
+TEST(FailedStores, SeeNumbersThatBecomeInfiniteOrNone) {
+    volatile real large = std::numeric_limits<real>::max();
+    volatile real zero = 0;
+    std::vector<real> cells(1);
+    const auto fails = [&](auto compute) {
+        const FailedStores failed;
+        put(cells[0], compute());
+        return failed.in(cells);
+    };
+    EXPECT_TRUE(fails([&] { return large * 2; }));
+    EXPECT_TRUE(fails([&] { return 1 / zero; }));
+    EXPECT_TRUE(fails([&] { return zero / zero; }));
+    EXPECT_FALSE(fails([&] { return large / 3; })) << "what was before does not count";
+    EXPECT_FALSE(fails([&] { return 1 / large; }));
 }
 
 }  // namespace

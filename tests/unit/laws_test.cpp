@@ -2,7 +2,9 @@
 // Every law gives the Taylor terms of its function.
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <cmath>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -20,6 +22,9 @@ struct Expansion {
     /// Terms 0 to 12 around t = 0, by mpmath's taylor() with 80 digits.
     std::vector<real> terms;
 };
+
+/// Part of the names of tests.
+void PrintTo(const Expansion& expansion, std::ostream* out) { *out << expansion.formula; }
 
 const Expansion expansions[] = {
     {"sin(0.25 + t - t*t/4)",
@@ -191,8 +196,10 @@ std::vector<real> termsOf(const std::string& formula, real scale, int wide, bool
     const FormulaGraph& graph = ExpressionAccess::graphOf(expression);
     const ValueSystem system =
         arranged(lower(graph, {ProblemAccess::of(problem).variables[0].rate}, {ExpressionAccess::rootOf(expression)}));
-    const Arrangement arrangement(system, 13);
-    StepSeries series(system, arrangement, plain);
+    Arrangement arrangement(system, 13);
+    Crew crew{ThreadOptions()};
+    const Sections sections(system, arrangement, crew);
+    StepSeries series(system, arrangement, sections, crew, plain);
     std::vector<real> first(system.size());
     for (ValueIndex i = system.variables; i < system.size(); ++i) {
         const Value& value = system.values[i];
@@ -247,6 +254,15 @@ TEST_P(Laws, ScaleTheirTermsWithPowersOfTwo) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Formulas, Laws, ::testing::ValuesIn(expansions));
+/// Letters and digits of the formula, and its number.
+std::string nameOf(const ::testing::TestParamInfo<Expansion>& info) {
+    std::string name;
+    for (const char* c = info.param.formula; *c != 0; ++c) {
+        if (std::isalnum(static_cast<unsigned char>(*c)) != 0) name += *c;
+    }
+    return name + "_" + std::to_string(info.index);
+}
+
+INSTANTIATE_TEST_SUITE_P(Formulas, Laws, ::testing::ValuesIn(expansions), nameOf);
 
 }  // namespace

@@ -14,7 +14,7 @@ protected:
         prepareText(*this, text);
         graph = TermGraph(system.equations);
         programs = std::make_unique<Programs>(graph);
-        part = std::make_unique<NeededPart>(graph, programs->varying);
+        part = std::make_unique<NeededPart>(graph, *programs);
         wanting.clear();
         for (SlotIndex i = 0; i < graph.variables; ++i) wanting.push_back(i);
     }

@@ -29,8 +29,9 @@ private:
 
     /// What one instruction does: a load, an operation, a result.
     static std::vector<std::string> parts(const TermGraph& graph, const Program::Instruction& instruction) {
-        static const char* const codes[] = {"",      "Plus",  "Minus",   "MinusFrom",   "Negate",       "Truncate",
-                                            "Scale", "Ratio", "Product", "PlusProduct", "MinusProduct", "Quotient"};
+        static const char* const codes[] = {
+            "",      "Plus",    "Minus",       "MinusFrom",    "Negate",  "Truncate", "Scale", "ScaleByDouble",
+            "Ratio", "Product", "PlusProduct", "MinusProduct", "Quotient"};
         static const char* const results[] = {"", "Store", "Keep", "Next", "NextKept"};
         const auto operand = [&](SlotIndex of) {
             return graph.isVariable(of) ? ' ' + nameOf(graph, of) : std::string();
@@ -77,27 +78,27 @@ TEST_F(ProgramText, KeepsAHeatRodInTheAccumulator) {
     EXPECT_EQ(of("a' = 0.5*(a - 2*b + c) & 1; b' = a & 0; c' = b & 2;"),
               "Load a, Next b\n"
               "Load b, Next c\n"
-              "Load b, Scale, MinusFrom a, Plus c, Scale, Next a\n");
+              "Load b, ScaleByDouble, MinusFrom a, Plus c, ScaleByDouble, Next a\n");
 }
 
 TEST_F(ProgramText, SumsOverVariablesAndKeptValues) {
     // Arrays in the order of the slots that need them: x twice for x*x; then 2*x and y.
     EXPECT_EQ(of("x' = -y - x*x & 1; y' = 2*x*y & 3;"),
               "Load y, Negate, MinusProduct 0 0, NextKept x 0\n"
-              "Load x, Scale, Keep 1\n"
+              "Load x, ScaleByDouble, Keep 1\n"
               "Product 1 2, NextKept y 2\n");
 }
 
 TEST_F(ProgramText, StoresWhatTwoNeed) {
     EXPECT_EQ(of("x' = (x + y) - 1/(x + y) & 1; y' = x & 2;"),
               "Load x, Next y\n"
-              "Load x, Plus y, Keep 0, Store\n"
+              "Load x, Plus y, Keep 0\n"
               "Load, Quotient 1 0, Keep 1, MinusFrom, Next x\n");
 }
 
 TEST_F(ProgramText, StoresTheSecondOfTwoLongOperands) {
     EXPECT_EQ(of("x' = (x - y) + (y - 2*x) & 1; y' = 0 & 2;"),
-              "Load x, Scale, MinusFrom y, Store\n"
+              "Load x, ScaleByDouble, MinusFrom y, Store\n"
               "Load x, Minus y, Plus, Next x\n"
               "Load, Next y\n");
 }

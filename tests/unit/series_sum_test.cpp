@@ -3,6 +3,7 @@
 #include "expr/series_sum.hpp"
 
 #include <limits>
+#include <random>
 
 #include "series/halves.hpp"
 #include "tests/unit/fixture.hpp"
@@ -105,6 +106,33 @@ TEST_F(Sum, TakesARunAsOneByOne) {
     EXPECT_EQ(series.k, expected.k);
     EXPECT_EQ(series.sum, expected.sum);
     EXPECT_EQ(series.negligible, expected.negligible);
+}
+
+TEST_F(Sum, TakesAnyRunsAsOneByOne) {
+    std::mt19937 random(3);
+    const auto below = [&](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
+    limits.maxOrder = 40;
+    for (int i = 0; i < 20000; ++i) {
+        limits.zeroTerms = 1 + below(5);
+        limits.useAllTerms = below(4) == 0;
+        // Large, negligible and zero terms in any order, now and then many of one kind, or a sum that is zero.
+        std::vector<real> terms{below(5) == 0 ? 0.0L : 1.0L};
+        const int kinds = 1 + below(4);
+        while (terms.size() < 45) {
+            const int kind = below(kinds);
+            const real term = kind == 0 ? 0.5L : kind == 1 ? 1e-5L : kind == 2 ? 0.0L : -terms.front();
+            for (int n = 1 + below(6); n > 0; --n) terms.push_back(below(2) == 0 ? term : term / 2);
+        }
+        const SeriesSum expected = of(terms);
+        SeriesSum series;
+        series.begin(terms[0], calculus);
+        while (series.wantsMore(calculus))
+            series.addRun(&terms[static_cast<std::size_t>(series.k)], 1, 1 + below(9), calculus);
+        ASSERT_EQ(series.k, expected.k) << i;
+        ASSERT_TRUE(sameValue(series.sum, expected.sum)) << i;
+        ASSERT_EQ(series.negligible, expected.negligible) << i;
+        ASSERT_EQ(series.onlyZeros, expected.onlyZeros) << i;
+    }
 }
 
 TEST_F(Sum, TakesNoMoreOfARunThanItsCountAndTheLimit) {

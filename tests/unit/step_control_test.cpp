@@ -50,7 +50,7 @@ protected:
     EquationTable equations_;
     Progress progress_;
     Told told_;
-    TaylorStep taylor_{calculus_, equations_, Evaluation::Compiled};
+    TaylorStep taylor_{calculus_, equations_, Evaluation::NodeByNode};
     StepControl control_{calculus_, options_, taylor_, equations_, progress_, told_};
 };
 
