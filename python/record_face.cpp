@@ -18,9 +18,9 @@ using Watched = std::vector<std::pair<std::string, int>>;
 /// The values of formulas at any times of the polynomials, a row for each formula.
 std::vector<real> evaluated(const Record& record, const std::vector<std::string>& formulas,
                             const std::vector<real>& times) {
-    if (!record.dense) throw py::value_error("only names at rows are known: the solution was made with dense=False");
     std::vector<Expression> expressions;
     for (const std::string& formula : formulas) expressions.push_back(expressionOf(record.problem, formula));
+    if (!record.dense) throw py::value_error("only names at rows are known without dense=True");
     for (const real time : times) {
         if (record.contains(time)) continue;
         throw py::value_error("t = " + std::string(py::str(fromReal(time))) + " lies outside of the solution, from " +

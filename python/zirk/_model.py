@@ -3,11 +3,13 @@
 
 from __future__ import annotations
 
+import os
 from typing import Any, Dict, List, Mapping, Optional, Tuple, Union
 
 import numpy
 
 from . import _core
+from ._errors import ParseError
 from ._numbers import Number, text_of
 
 Settings = Mapping[str, Number]
@@ -48,7 +50,13 @@ class Model:
         if not isinstance(start, (int, float)):
             start = _constant(start)
         self._start = start
-        self._problem = _core.Problem(text, start, list(self.settings.items()))
+        try:
+            self._problem = _core.Problem(text, start, list(self.settings.items()))
+        except ParseError as error:
+            if "=" in text or not os.path.exists(text):
+                raise
+            what = f"{error.message}; this is a file: its text is open({text!r}).read()"
+            raise ParseError(what, *error.args[1:]) from None
         self._names: Optional[List[str]] = None
 
     @property

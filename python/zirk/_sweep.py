@@ -8,18 +8,28 @@ import itertools
 import os
 import sys
 import threading
-from typing import Any, Callable, Dict, Iterable, List, Mapping, Optional, Sequence, Tuple, Union
+from typing import Any, Callable, Dict, Iterable, List, Mapping, Optional, Sequence, Set, Tuple, Union
 
 import numpy
 
-from ._errors import Error
+from ._errors import Error, ParseError
 from ._model import Model, model_of
 from ._numbers import Number, Reals, real_of
 from ._store import Store, key_of
+from ._tables import html_table, text_table
 from ._workers import SweepResult, executor_of, results_of
 
 ParameterSet = Mapping[str, Number]
-ParameterSets = Union[Mapping[str, Iterable[Number]], Iterable[ParameterSet]]
+ParameterSets = Union[Mapping[str, Union[Number, Iterable[Number]]], Iterable[ParameterSet]]
+
+
+class _Shown(Dict[str, Any]):
+    """Columns as tables are made of."""
+
+    def __init__(self, t: Reals, columns: Dict[str, Any]) -> None:
+        super().__init__(columns)
+        self.t = t
+
 
 class Sweep(Sequence[SweepResult]):
     """Results of a sweep in the order of the sets: a sequence of SweepResult.
@@ -76,6 +86,9 @@ class Sweep(Sequence[SweepResult]):
         """A pandas.DataFrame, a row for each set: its parameters, names of the model at the end, and the error or ""."""
         import pandas
 
+        return pandas.DataFrame(self._columns(names))
+
+    def _columns(self, names: Sequence[str] = ()) -> Dict[str, Any]:
         shown = names or next((tuple(r.solution.names) for r in self._results if r.solution is not None), ())
         known = dict.fromkeys(name for result in self._results for name in result.parameters)
         columns: Dict[str, Any] = {
@@ -86,20 +99,51 @@ class Sweep(Sequence[SweepResult]):
                 values = self._values(name)
                 columns[name] = values if values.ndim == 1 else values[:, -1]
         columns["error"] = ["" if result.error is None else str(result.error) for result in self._results]
-        return pandas.DataFrame(columns)
+        return columns
+
+    def _shown(self) -> Tuple[List[str], Any]:
+        columns = self._columns()
+        if not self.errors:
+            del columns["error"]
+        return list(columns), _Shown(self["t"], columns)
+
+    def _head(self) -> str:
+        return f"{len(self)} sets, {len(self.errors)} failed"
 
     def __repr__(self) -> str:
-        return f"<zirk.Sweep: {len(self)} sets, {len(self.errors)} failed>"
+        return f"<zirk.Sweep: {self._head()}>" + (f"\n{text_table(*self._shown())}" if len(self) else "")
+
+    def _repr_html_(self) -> str:
+        return html_table(*self._shown(), self._head())
+
+
+def _values_of(values: Any) -> List[Number]:
+    """A number or a formula alone is one value."""
+    return [values] if isinstance(values, str) or not hasattr(values, "__iter__") else list(values)
 
 
 def sets_of(parameters: ParameterSets) -> Tuple[List[Dict[str, Number]], Tuple[int, ...]]:
     """All sets, and how many values each parameter has; the last one changes fastest."""
     if isinstance(parameters, Mapping):
-        lists = {name: list(values) for name, values in parameters.items()}
+        lists = {name: _values_of(values) for name, values in parameters.items()}
         sets = [dict(zip(lists, values)) for values in itertools.product(*lists.values())]
         return sets, tuple(len(values) for values in lists.values())
     sets = [dict(one) for one in parameters]
     return sets, (len(sets),)
+
+
+def _constants_of(model: Model, sets: List[Dict[str, Number]]) -> Set[str]:
+    """The names in the sets that stand for constants; ParseError for one that the model does not have."""
+    constants = set(model.parameters)
+    for one in {frozenset(one): one for one in sets}.values():
+        try:
+            constants |= model.where(one).parameters.keys()
+        except ParseError:
+            raise
+        except (ValueError, TypeError):
+            # This set fails, for a value that is none; it is told with the others.
+            pass
+    return constants & {name for one in sets for name in one}
 
 
 def _show_progress(done: int, count: int, failed: int) -> None:
@@ -138,9 +182,7 @@ def sweep(
     """
     sets, shape = sets_of(parameters)
     model = model_of(model, None, None)
-    constants = set(name for one in sets for name in one)
-    if sets:
-        constants &= model.where(sets[0]).parameters.keys()
+    constants = _constants_of(model, sets)
     last_only = not any(options.get(key) is not None for key in ("at", "every", "rows"))
     if last_only:
         if end is None:

@@ -18,6 +18,10 @@ def _chosen(count: int) -> List[Optional[int]]:
     return [*range(half), None, *range(count - half, count)]
 
 
+def _cell(value: Any) -> str:
+    return value if isinstance(value, str) else f"{value:.12g}"
+
+
 def _cells(names: Sequence[str], table: Any) -> List[List[str]]:
     columns = {name: table.t if name == "t" else table[name] for name in names[:MOST_COLUMNS]}
     more = ["..."] if len(names) > MOST_COLUMNS else []
@@ -26,7 +30,7 @@ def _cells(names: Sequence[str], table: Any) -> List[List[str]]:
         if i is None:
             rows.append(["..."] * len(rows[0]))
         else:
-            rows.append([f"{column[i]:.12g}" for column in columns.values()] + more)
+            rows.append([_cell(column[i]) for column in columns.values()] + more)
     return rows
 
 

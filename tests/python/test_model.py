@@ -163,3 +163,14 @@ def test_errors_pickle():
         zirk.solve("x' = x*x & 1;", 2)
     again = pickle.loads(pickle.dumps(caught.value))
     assert again.time == caught.value.time and again.solution(0.5, "x") == caught.value.solution(0.5, "x")
+
+
+def test_a_file_name_in_the_place_of_a_text_is_told(tmp_path, monkeypatch):
+    monkeypatch.chdir(tmp_path)
+    (tmp_path / "spring.zirk").write_text("x'' = -x & 1;")
+    with pytest.raises(zirk.ParseError) as caught:
+        zirk.solve("spring.zirk", 1)
+    assert caught.value.hint == "this is a file: its text is open('spring.zirk').read()"
+    with pytest.raises(zirk.ParseError) as caught:
+        zirk.solve("other.zirk", 1)
+    assert "file" not in str(caught.value)

@@ -163,7 +163,7 @@ def test_without_polynomials_names_at_rows_remain():
     for name in sol.names:
         assert (sol[name] == full[name]).all()
     for question in (lambda: sol(1), lambda: sol["x + 1"]):
-        with pytest.raises(ValueError, match="dense=False"):
+        with pytest.raises(ValueError, match="dense=True"):
             question()
 
 

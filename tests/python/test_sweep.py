@@ -135,3 +135,36 @@ def test_tasks_give_back_what_they_have_no_time_for(monkeypatch):
 
 def test_an_iterator_of_times_serves_all_sets():
     assert zirk.sweep(SPRING, {"k": [1, 4]}, at=iter([1, 2]))["t"].tolist() == [[1, 2], [1, 2]]
+
+
+def test_one_value_is_a_list_of_one():
+    found = zirk.sweep(SPRING, {"k": "9/4", "x": 2, "x'": [0, 1]}, 1)
+    assert found.shape == (1, 1, 2) and found["k"].tolist() == [2.25, 2.25]
+    assert found["x"][0] == zirk.solve(SPRING, at=[1], set={"k": "9/4", "x": 2}, dense=False)["x"][-1]
+
+
+def test_a_first_set_may_fail_like_any_other():
+    found = zirk.sweep(SPRING, {"k": [float("nan"), 1]}, 1)
+    assert [result.index for result in found.errors] == [0] and found["k"][1] == 1
+    with pytest.raises(zirk.ParseError, match="kk"):
+        zirk.sweep(SPRING, [{"k": 1}, {"kk": 1}], 1)
+
+
+def test_sweeps_show_themselves_as_tables():
+    found = zirk.sweep("a = 0; x' = a*x*x & 1;", {"a": [0.25, 1]}, 1.5)
+    lines = repr(found).splitlines()
+    assert lines[0] == "<zirk.Sweep: 2 sets, 1 failed>" and lines[1].split() == ["a", "x", "error"]
+    assert lines[2].split() == ["0.25", "1.6"] and lines[3].split()[:3] == ["1", "nan", "x"]
+    html = found._repr_html_()
+    assert html.count("<tr>") == 3 and "singularity" in html and "2 sets, 1 failed" in html
+    assert repr(zirk.sweep(SPRING, [], 1)) == "<zirk.Sweep: 0 sets, 0 failed>"
+    assert len(repr(zirk.sweep(SPRING, {"k": range(1, 101)}, 1, rows=3)).splitlines()) == 13
+
+
+def test_names_that_are_not_there_are_told():
+    found = zirk.sweep(SPRING, {"k": [1, 4]}, 1)
+    with pytest.raises(zirk.ParseError, match="undefined name"):
+        found["y"]
+    with pytest.raises(ValueError, match="dense=True"):
+        found["x*x"]
+    assert zirk.sweep(SPRING, {"k": [1, 4]}, "pi", dense=True)["x*x"].astype(float).tolist() == [1, 1]
