@@ -273,6 +273,8 @@ TEST(Failures, NameTheFormulaAndTheTime) {
         {"x' = sqrt(t);", "sqrt(t) comes to the edge of its domain at t = 0"},
         {"x' = sqrt(x);", "sqrt(x) comes to the edge of its domain at t = 0"},
         {"x' = x^1.5;", "x^1.5 comes to the edge of its domain at t = 0"},
+        {"x' = x & 1e-1980; y' = sqrt(x)^3;",
+         "sqrt(x)^3 cannot be followed at t = 0: its terms leave the range of numbers"},
         {"x' = sqrt(t - 1);", "sqrt(t - 1) leaves its domain at t = 0"},
         {"x' = 1/t;", "1/t has no finite value at t = 0"},
         {"x' = asin(t);", "asin(t) comes to the edge of its domain at t = 1"},
