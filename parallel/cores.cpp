@@ -140,8 +140,6 @@ ProcessorShare::ProcessorShare(unsigned most, bool isShared) : size_(most) {
     } while (!count.compare_exchange_weak(used, used + size_, std::memory_order_relaxed));
 }
 
-ProcessorShare::~ProcessorShare() {
-    processorsInUse().fetch_sub(size_, std::memory_order_relaxed);
-}
+ProcessorShare::~ProcessorShare() { processorsInUse().fetch_sub(size_, std::memory_order_relaxed); }
 
 }  // namespace zirk

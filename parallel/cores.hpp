@@ -10,9 +10,9 @@ namespace zirk {
 /// More threads than this are never started.
 constexpr unsigned mostThreads = 256;
 
-/// Processors that this process may run on: those of its affinity mask, and no more than the quota of its control groups
-/// pays for, rounded up. Containers often show all processors of the machine but pay for a few. At least 1; asked of the
-/// system once.
+/// Processors that this process may run on: those of its affinity mask, and no more than the quota of its control
+/// groups pays for, rounded up. Containers often show all processors of the machine but pay for a few. At least 1;
+/// asked of the system once.
 unsigned usableProcessors();
 
 /// What ThreadOptions::ofEnvironment makes of a value of the variable.

@@ -60,8 +60,8 @@ public:
         run([&](unsigned member) { work(size * member / count, size * (member + 1) / count); });
     }
 
-    /// Calls work(block, begin, end) for each `blockSize` of 0 to `size`: what is put together of blocks does not depend on
-    /// the number of members.
+    /// Calls work(block, begin, end) for each `blockSize` of 0 to `size`: what is put together of blocks does not
+    /// depend on the number of members.
     static constexpr std::size_t blockSize = 256;
     static std::size_t blocks(std::size_t size) { return (size + blockSize - 1) / blockSize; }
     template <class Work>

@@ -7,8 +7,8 @@
 
 namespace zirk {
 
-/// Begins with several. Where other programs use the processors, or these are far from each other, one is faster: then it
-/// does the work, and several try again after longer and longer times. What it costs to try is 2 % at most.
+/// Begins with several. Where other programs use the processors, or these are far from each other, one is faster: then
+/// it does the work, and several try again after longer and longer times. What it costs to try is 2 % at most.
 class Preference {
 public:
     /// How the next piece of work is to be done.

@@ -55,7 +55,8 @@ public:
     /// time; returns when all have. Work must not throw.
     template <class Work>
     void run(unsigned members, const Work& work) {
-        run(members, [](const void* job, unsigned member) { (*static_cast<const Work*>(job))(member); }, &work);
+        run(
+            members, [](const void* job, unsigned member) { (*static_cast<const Work*>(job))(member); }, &work);
     }
 
     /// Within a piece of work: returns when all its members have called this as often. What each wrote before, all read
