@@ -175,10 +175,8 @@ Arrangement::Scrap Arrangement::addScrap() {
 }
 
 void Arrangement::giveArrays(const ValueSystem& system) {
-    // Sums run over four products at a time and may read so many cells too far: what lies there is zero in one factor.
-    constexpr std::uint32_t spare = 4;
     const std::uint32_t terms = static_cast<std::uint32_t>(order) + 1;
-    const std::uint32_t stride = (terms + spare + 3) / 4 * 4;
+    const std::uint32_t stride = (terms + 3) / 4 * 4;
     const auto give = [&](std::vector<std::uint32_t>& form, ValueIndex value, std::uint32_t first) {
         if (form[value] != none) return;
         form[value] = cells + first;
@@ -238,8 +236,6 @@ void Arrangement::giveArrays(const ValueSystem& system) {
     for (const ValueIndex value : system.watched) rise(value);
     scrap = {cells, cells + terms - 1};
     cells += stride;
-    // The last cells that a sum may read too far.
-    cells += spare;
 }
 
 }  // namespace zirk

@@ -17,7 +17,7 @@ ValueSystem arranged(const ValueSystem& system);
 /// Where terms are kept, and which values follow the same law.
 ///
 /// All sums are over products of cells that follow each other in memory: sum over i of x[i] * y[i]. A value keeps its
-/// terms in up to three arrays for that: rising (A_0, A_1, ...), falling (..., A_2, A_1, then zeros) and weighted
+/// terms in up to three arrays for that: rising (A_0, A_1, ...), falling (..., A_2, A_1) and weighted
 /// (0, A_1, 2 A_2, 3 A_3, ...).
 struct Arrangement {
     static constexpr std::uint32_t none = 0xffffffff;
